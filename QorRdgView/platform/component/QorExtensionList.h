@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/component/QorExtension.h"
+
+#include <vector>
+
+/// The extensions that one object has made so far, and the interfaces that they have answered.
+class QorExtensionList {
+public:
+    QorExtensionList() = default;
+    ~QorExtensionList();
+    QorExtensionList(const QorExtensionList&) = delete;
+    QorExtensionList& operator=(const QorExtensionList&) = delete;
+
+    /// The interface pointer, made on first demand from what is registered for the owner's class;
+    /// else null.
+    [[nodiscard]] void* Find(QorBaseUnknown& iOwner, const QorInterfaceId& iInterface);
+
+private:
+    struct Answer {
+        const QorInterfaceId* interface;
+        void* pointer;
+    };
+
+    struct Made {
+        QorExtension::Factory factory;
+        QorExtension* extension;
+    };
+
+    [[nodiscard]] QorExtension* FindOrMake(QorBaseUnknown& iOwner, QorExtension::Factory iFactory);
+
+    std::vector<Answer> answers;
+    std::vector<Made> extensions;
+};

@@ -1,0 +1,3 @@
+#include "platform/component/QorNotification.h"
+
+QorImplementClass(QorNotification, QorBaseUnknown)
