@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/dialog/QorDialog.h"
+#include "platform/dialog/QorDlgNotifications.h"
+
+/// A number that can be typed or stepped. The value is kept exactly; the format only shows it.
+class QorDlgSpinner : public QorDialog {
+    QorDeclareClass(QorDlgSpinner)
+
+        QorDlgSpinner(QorCommand* iFather,
+                      const QorString& iName,
+                      QorDlgStyle iStyle = QorDlgDefaultStyle);
+
+    [[nodiscard]] const char* GetKind() const override { return "spinner"; }
+
+    [[nodiscard]] QorNotification* GetSpinnerModifyNotification() const { return modify.Get(); }
+
+    /// A range in \p iSteps equal steps; with none the step stays as it was. The value is brought
+    /// into the range.
+    void SetRange(double iMin, double iMax, int iSteps);
+    void SetRangeWithStep(double iMin, double iMax, double iStep);
+
+    [[nodiscard]] double GetMin() const { return min; }
+
+    [[nodiscard]] double GetMax() const { return max; }
+
+    [[nodiscard]] double GetStep() const { return step; }
+
+    /// A printf format for one double, "%4.0f"; anything else is refused and the format stays.
+    void SetFormat(const QorString& iFormat);
+
+    [[nodiscard]] const QorString& GetFormat() const { return format; }
+
+    /// The value as the format shows it, blanks cut, without regard to the locale.
+    [[nodiscard]] QorUnicodeString GetShownText() const;
+
+    [[nodiscard]] double GetValue() const { return value; }
+
+    /// A value out of range is clamped; one that is no number is ignored.
+    void SetValue(double iValue, QorDlgNotifyFlag iNotify = QorDlgNoNotify);
+
+    /// A person has entered a value: clamped, not snapped to a step; an equal one sends nothing.
+    QorUserResult UserSetValue(double iValue);
+    /// A person has entered a text; one that is no number leaves the value and shows it again.
+    QorUserResult UserSetText(const QorUnicodeString& iText);
+    /// A person's up (+1) or down (-1) button, wheel or key: \p iSteps steps from the exact value.
+    QorUserResult UserStep(int iSteps);
+
+protected:
+    ~QorDlgSpinner() override = default;
+
+private:
+    double min = 0.0;
+    double max = 100.0;
+    double step = 1.0;
+    double value = 0.0;
+    QorString format = "%g";
+    QorOwnNotification<QorDlgSpinnerModifyNotification> modify;
+};
