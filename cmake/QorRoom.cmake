@@ -1,29 +1,135 @@
+# Functions that declare what the tree is made of. A room's folder is its path from the top, and its tests and
+# benchmarks stand under the same path in tests/ and benchmarks/; those of rooms that are not built are left out.
+
 # qor_room(<target> SOURCES <files…> [PUBLIC <targets…>] [PRIVATE <targets…>] [INCLUDE_ROOT <dir>])
 # One room of the tree as one static target. PUBLIC names the rooms and libraries that its headers use,
 # PRIVATE those that only its bodies use. INCLUDE_ROOT is the folder that its includes are written from.
+# A room of QorRdgView becomes a part of the shared library of that name.
 function(qor_room target)
   cmake_parse_arguments(ROOM "" "INCLUDE_ROOT" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   add_library(${target} STATIC ${ROOM_SOURCES})
   target_include_directories(${target} PUBLIC "${ROOM_INCLUDE_ROOT}")
   target_link_libraries(${target} PUBLIC ${ROOM_PUBLIC} PRIVATE qor_settings ${ROOM_PRIVATE})
+  _qor_register_room(room)
+  if(room MATCHES "^QorRdgView/")
+    set_property(GLOBAL APPEND PROPERTY QOR_RDG_VIEW_ROOMS ${target})
+  endif()
 endfunction()
 
-# qor_program(<target> SOURCES <files…> LINKS <targets…>): an executable in build/bin.
+# qor_program(<target> SOURCES <files…> LINKS <targets…>): an executable in build/bin. Those of the workbench are
+# installed and belong to the target `programs`.
 function(qor_program target)
   cmake_parse_arguments(PROGRAM "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${target} ${PROGRAM_SOURCES})
   target_link_libraries(${target} PRIVATE qor_settings ${PROGRAM_LINKS})
+  _qor_refuse_two_copies(${target})
+  _qor_register_room(room)
+  if(room MATCHES "^workbench/")
+    add_dependencies(programs ${target})
+    install(TARGETS ${target} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  endif()
 endfunction()
 
-# qor_test(<target> SOURCES <files…> LINKS <targets…> [TIMEOUT <s>] [ENVIRONMENT <…>]): a GoogleTest program,
-# registered with CTest as one test of that name.
+# qor_test(<target> SOURCES <files…> LINKS <targets…> [TIMEOUT <s>] [ENVIRONMENT <…>] [DISPLAY])
+# A GoogleTest program, registered with CTest as one test of that name. DISPLAY runs it on a display of its own and
+# gives it the label `display`.
 function(qor_test target)
-  cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
+  cmake_parse_arguments(TEST "DISPLAY" "TIMEOUT" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
   add_executable(${target} ${TEST_SOURCES})
-  target_link_libraries(${target} PRIVATE qor_settings ${TEST_LINKS} GTest::gtest_main)
-  add_test(NAME ${target} COMMAND ${target})
+  target_link_libraries(${target} PRIVATE qor_settings qor_test_support ${TEST_LINKS} GTest::gtest_main)
+  _qor_refuse_two_copies(${target})
+  if(TEST_DISPLAY)
+    qor_add_test(${target} LABELS display COMMAND "${PROJECT_SOURCE_DIR}/tools/with-display" $<TARGET_FILE:${target}>
+      TIMEOUT "${TEST_TIMEOUT}" ENVIRONMENT ${TEST_ENVIRONMENT})
+  else()
+    qor_add_test(${target} COMMAND ${target} TIMEOUT "${TEST_TIMEOUT}" ENVIRONMENT ${TEST_ENVIRONMENT})
+  endif()
+endfunction()
+
+# qor_add_test(<name> COMMAND <command…> [TIMEOUT <s>] [ENVIRONMENT <…>] [LABELS <…>])
+# Registers any command with CTest, with the project's time limit (120 s unless TIMEOUT says otherwise, three times
+# that under a sanitizer) and the sanitizers' options.
+function(qor_add_test name)
+  cmake_parse_arguments(TEST "" "TIMEOUT" "COMMAND;ENVIRONMENT;LABELS" ${ARGN})
   if(NOT TEST_TIMEOUT)
     set(TEST_TIMEOUT 120)
   endif()
-  set_tests_properties(${target} PROPERTIES TIMEOUT ${TEST_TIMEOUT} ENVIRONMENT "${TEST_ENVIRONMENT}")
+  if(QOR_SANITIZE)
+    math(EXPR TEST_TIMEOUT "${TEST_TIMEOUT} * 3")
+  endif()
+  add_test(NAME ${name} COMMAND ${TEST_COMMAND})
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
+    ENVIRONMENT "${QOR_SANITIZER_ENVIRONMENT};${TEST_ENVIRONMENT}")
+endfunction()
+
+# qor_benchmark(<target> SOURCES <files…> LINKS <targets…>): a Google Benchmark program in build/bin, run by hand.
+function(qor_benchmark target)
+  cmake_parse_arguments(BENCHMARK "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${target} ${BENCHMARK_SOURCES})
+  target_link_libraries(${target} PRIVATE qor_settings ${BENCHMARK_LINKS} benchmark::benchmark_main)
+  _qor_refuse_two_copies(${target})
+endfunction()
+
+# qor_add_rooms(): adds, in the current folder of tests/ or benchmarks/, the folders of all rooms that are built.
+# A folder that mirrors no room is an error, for its tests would never run.
+macro(qor_add_rooms)
+  file(GLOB_RECURSE _lists RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" CONFIGURE_DEPENDS
+    QorRdgView/*CMakeLists.txt workbench/*CMakeLists.txt)
+  foreach(_list ${_lists})
+    get_filename_component(_folder "${_list}" DIRECTORY)
+    if(NOT IS_DIRECTORY "${PROJECT_SOURCE_DIR}/${_folder}")
+      message(FATAL_ERROR "${CMAKE_CURRENT_SOURCE_DIR}/${_folder} belongs to no room: there is no ${_folder}")
+    endif()
+  endforeach()
+  get_property(_rooms GLOBAL PROPERTY QOR_ROOMS)
+  foreach(_room ${_rooms})
+    string(REGEX REPLACE "^[^/]+/" "" _short "${_room}")
+    foreach(_folder ${_room} ${_short})
+      if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${_folder}/CMakeLists.txt")
+        add_subdirectory(${_folder})
+      endif()
+    endforeach()
+  endforeach()
+endmacro()
+
+# Notes the current folder as a room that is built and gives its path from the top.
+function(_qor_register_room out)
+  file(RELATIVE_PATH room "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
+  get_property(known GLOBAL PROPERTY QOR_ROOMS)
+  if(room MATCHES "^(QorRdgView|workbench)/" AND NOT room IN_LIST known)
+    set_property(GLOBAL APPEND PROPERTY QOR_ROOMS ${room})
+  endif()
+  set(${out} ${room} PARENT_SCOPE)
+endfunction()
+
+# A program that links both the shared library and a static room of it would have that room's statics twice, and
+# fail in ways that are hard to read. This says so while configuring.
+function(_qor_refuse_two_copies program)
+  set(todo ${program})
+  set(seen)
+  while(todo)
+    list(POP_FRONT todo target)
+    string(REGEX REPLACE "^\\$<LINK_ONLY:(.*)>$" "\\1" target "${target}")
+    if(NOT TARGET "${target}" OR target IN_LIST seen)
+      continue()
+    endif()
+    list(APPEND seen ${target})
+    if(NOT target STREQUAL "QorRdgView")
+      get_target_property(links ${target} INTERFACE_LINK_LIBRARIES)
+      list(APPEND todo ${links})
+      if(target STREQUAL program)
+        get_target_property(links ${target} LINK_LIBRARIES)
+        list(APPEND todo ${links})
+      endif()
+    endif()
+  endwhile()
+  if(NOT "QorRdgView" IN_LIST seen)
+    return()
+  endif()
+  get_property(rooms GLOBAL PROPERTY QOR_RDG_VIEW_ROOMS)
+  foreach(room ${rooms})
+    if(room IN_LIST seen)
+      message(FATAL_ERROR "${program} links ${room} and QorRdgView, which holds it already")
+    endif()
+  endforeach()
 endfunction()

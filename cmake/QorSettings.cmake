@@ -1,4 +1,7 @@
-# Compiler settings common to every room: C++20, warnings as errors, sanitizers, a fast linker where there is one.
+# Compiler settings common to every room: C++20, warnings as errors, sanitizers, a fast linker where there is one;
+# and where things go in the build folder and after installation.
+include(GNUInstallDirs)
+
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -14,11 +17,23 @@ endif()
 
 add_library(qor_settings INTERFACE)
 target_compile_options(qor_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
-  -Woverloaded-virtual -Wconversion -Wno-sign-conversion -Werror)
+  -Woverloaded-virtual -Wconversion -Wno-sign-conversion)
+# Our own functions are not meant to be replaced at load time, so calls within the shared library may be direct.
+add_compile_options(-fno-semantic-interposition)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(qor_settings INTERFACE -Werror)
+endif()
+
+set(QOR_SANITIZER_ENVIRONMENT)
 if(QOR_SANITIZE)
   list(JOIN QOR_SANITIZE "," _sanitizers)
   add_compile_options(-fsanitize=${_sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${_sanitizers})
+  list(APPEND QOR_SANITIZER_ENVIRONMENT
+    "ASAN_OPTIONS=detect_leaks=1:detect_stack_use_after_return=1:strict_string_checks=1"
+    "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks-of-libraries.txt:print_suppressions=0"
+    "UBSAN_OPTIONS=print_stacktrace=1"
+    "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/races-of-libraries.txt:halt_on_error=1:second_deadlock_stack=1")
 endif()
 
 find_program(QOR_MOLD mold)
@@ -26,3 +41,14 @@ mark_as_advanced(QOR_MOLD)
 if(QOR_MOLD)
   add_link_options(-fuse-ld=mold)
 endif()
+
+# The programs look for their resources in ../share/qorworkbench beside their own folder, installed or not.
+file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/share")
+file(CREATE_LINK "${PROJECT_SOURCE_DIR}/resources" "${CMAKE_BINARY_DIR}/share/qorworkbench" SYMBOLIC)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/" DESTINATION ${CMAKE_INSTALL_DATADIR}/qorworkbench)
+
+file(RELATIVE_PATH _libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+set(CMAKE_INSTALL_RPATH "$ORIGIN/${_libraries}" "$ORIGIN")
+
+# What ./run builds: see qor_program.
+add_custom_target(programs)

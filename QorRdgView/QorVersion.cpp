@@ -1,0 +1,5 @@
+#include "QorVersion.h"
+
+const char* QorVersion() {
+    return QOR_VERSION;
+}
