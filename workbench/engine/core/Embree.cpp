@@ -1,0 +1,199 @@
+#include "workbench/engine/core/Embree.h"
+
+#include <atomic>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+namespace qor::engine {
+
+namespace {
+
+std::atomic<std::ptrdiff_t> _structureBytes{0};
+
+bool countMemory(void* /*user*/, ssize_t bytes, bool /*post*/) {
+    _structureBytes += bytes;
+    return true;
+}
+
+/// One device for the process. It is never released: structures may outlive any order of static
+/// destruction.
+RTCDevice device() {
+    static RTCDevice instance = [] {
+        RTCDevice created = rtcNewDevice(nullptr);
+        if (created != nullptr)
+            rtcSetDeviceMemoryMonitorFunction(created, countMemory, nullptr);
+        return created;
+    }();
+    if (instance == nullptr)
+        throw std::runtime_error("the ray tracing device cannot be made");
+    return instance;
+}
+
+void throwOnError() {
+    const RTCError error = rtcGetDeviceError(device());
+    if (error == RTC_ERROR_OUT_OF_MEMORY)
+        throw std::bad_alloc();
+    if (error != RTC_ERROR_NONE)
+        throw std::runtime_error("ray tracing structure: error " + std::to_string(error));
+}
+
+RTCScene newScene() {
+    RTCScene scene = rtcNewScene(device());
+    if (scene == nullptr) {
+        throwOnError();
+        throw std::bad_alloc();
+    }
+    rtcSetSceneBuildQuality(scene, RTC_BUILD_QUALITY_MEDIUM);
+    return scene;
+}
+
+template <typename T>
+T* newBuffer(RTCGeometry geometry,
+             RTCBufferType type,
+             RTCFormat format,
+             std::size_t stride,
+             std::size_t count) {
+    auto* buffer =
+        static_cast<T*>(rtcSetNewGeometryBuffer(geometry, type, 0, format, stride, count));
+    if (buffer == nullptr) {
+        throwOnError();
+        throw std::bad_alloc();
+    }
+    return buffer;
+}
+
+/// Positions are copied: the last one of an array of packed triples must not be read as four
+/// floats.
+void fillTriangles(RTCGeometry geometry, const MeshData& data) {
+    auto* positions = newBuffer<Vec3>(geometry, RTC_BUFFER_TYPE_VERTEX, RTC_FORMAT_FLOAT3,
+                                      sizeof(Vec3), data.positions.size());
+    std::copy(data.positions.begin(), data.positions.end(), positions);
+    rtcSetSharedGeometryBuffer(geometry, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3,
+                               data.triangles.data(), 0, sizeof(data.triangles[0]),
+                               data.triangles.size());
+}
+
+void attachAndRelease(RTCScene scene, RTCGeometry geometry, unsigned id) {
+    rtcCommitGeometry(geometry);
+    rtcAttachGeometryByID(scene, geometry, id);
+    rtcReleaseGeometry(geometry);
+}
+
+RTCGeometry newGeometry(RTCGeometryType type) {
+    RTCGeometry geometry = rtcNewGeometry(device(), type);
+    if (geometry == nullptr) {
+        throwOnError();
+        throw std::bad_alloc();
+    }
+    return geometry;
+}
+
+/// Column-major 3×4, as Embree takes it.
+std::array<float, 12> columns(const Transform& t) {
+    return {t.x.x, t.x.y, t.x.z, t.y.x,      t.y.y,      t.y.z,
+            t.z.x, t.z.y, t.z.z, t.origin.x, t.origin.y, t.origin.z};
+}
+
+void attachInstance(RTCScene scene, const Instance& instance, unsigned id) {
+    RTCGeometry geometry = newGeometry(RTC_GEOMETRY_TYPE_INSTANCE);
+    rtcSetGeometryInstancedScene(geometry, instance.mesh->structure().handle());
+    rtcSetGeometryTimeStepCount(geometry, 1);
+    rtcSetGeometryTransform(geometry, 0, RTC_FORMAT_FLOAT3X4_COLUMN_MAJOR,
+                            columns(instance.transform).data());
+    attachAndRelease(scene, geometry, id);
+}
+
+RTCIntersectContext context(RTCIntersectContextFlags flags) {
+    RTCIntersectContext result{};
+    rtcInitIntersectContext(&result);
+    result.flags = flags;
+    return result;
+}
+
+RTCRay embreeRay(const Ray& ray) {
+    RTCRay result{};
+    result.org_x = ray.origin.x;
+    result.org_y = ray.origin.y;
+    result.org_z = ray.origin.z;
+    result.tnear = ray.tNear;
+    result.dir_x = ray.direction.x;
+    result.dir_y = ray.direction.y;
+    result.dir_z = ray.direction.z;
+    result.tfar = ray.tFar;
+    result.mask = ~0U;
+    return result;
+}
+
+} // namespace
+
+MeshStructure::MeshStructure(const MeshData& data) : scene_(newScene()) {
+    try {
+        if (!data.triangles.empty()) {
+            RTCGeometry geometry = newGeometry(RTC_GEOMETRY_TYPE_TRIANGLE);
+            fillTriangles(geometry, data);
+            attachAndRelease(scene_, geometry, 0);
+        }
+        rtcCommitScene(scene_);
+        throwOnError();
+    } catch (...) {
+        rtcReleaseScene(scene_);
+        throw;
+    }
+}
+
+MeshStructure::~MeshStructure() {
+    rtcReleaseScene(scene_);
+}
+
+AssemblyStructure::AssemblyStructure(const std::vector<Instance>& instances) : scene_(newScene()) {
+    try {
+        for (std::size_t i = 0; i < instances.size(); ++i)
+            attachInstance(scene_, instances[i], static_cast<unsigned>(i));
+        rtcCommitScene(scene_);
+        throwOnError();
+    } catch (...) {
+        rtcReleaseScene(scene_);
+        throw;
+    }
+}
+
+AssemblyStructure::~AssemblyStructure() {
+    rtcReleaseScene(scene_);
+}
+
+Hit AssemblyStructure::intersect(const Ray& ray) const {
+    RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_INCOHERENT);
+    RTCRayHit query{};
+    query.ray = embreeRay(ray);
+    query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+    query.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
+    rtcIntersect1(scene_, &how, &query);
+    if (query.hit.geomID == RTC_INVALID_GEOMETRY_ID)
+        return {};
+    return {query.hit.instID[0], query.hit.primID, query.ray.tfar, query.hit.u, query.hit.v};
+}
+
+bool AssemblyStructure::occluded(const Ray& ray) const {
+    RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_INCOHERENT);
+    RTCRay query = embreeRay(ray);
+    rtcOccluded1(scene_, &how, &query);
+    return query.tfar < 0.0F;
+}
+
+void AssemblyStructure::intersect(const PacketMask& mask, RayHitPacket& packet) const {
+    RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_COHERENT);
+    rtcIntersect8(mask.lane.data(), scene_, &how, &packet);
+}
+
+void AssemblyStructure::occluded(const PacketMask& mask, RayPacket& packet) const {
+    RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_COHERENT);
+    rtcOccluded8(mask.lane.data(), scene_, &how, &packet);
+}
+
+std::size_t structureMemory() {
+    const std::ptrdiff_t bytes = _structureBytes;
+    return bytes > 0 ? static_cast<std::size_t>(bytes) : 0;
+}
+
+} // namespace qor::engine

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "workbench/engine/core/Assembly.h"
+#include "workbench/engine/core/Light.h"
+#include "workbench/engine/core/Material.h"
+
+#include <vector>
+
+namespace qor::engine {
+
+/// Light from infinitely far around. Rays that leave the scene see it; the camera only if there is
+/// no background.
+struct Environment {
+    Color radiance;     ///< constant, or factor of the picture
+    PicturePtr picture; ///< latitude and longitude; its top row looks along `up`
+    Vec3 up{0.0F, 0.0F, 1.0F};
+    float rotationRad = 0.0F; ///< around up
+
+    bool isBlack() const { return !(maxComponent(radiance) > 0.0F); }
+};
+
+/// What the camera sees where there is nothing.
+struct Background {
+    enum class Kind {
+        environment, ///< the environment itself
+        gradient,    ///< from top to bottom of the picture
+        picture,     ///< a picture behind the whole picture
+    };
+
+    Kind kind = Kind::environment;
+    Color top;
+    Color bottom;
+    PicturePtr picture;
+    bool stretch = true; ///< false: keeps its proportions, covers everything, centred
+};
+
+/// A square floor that catches shadows. It is not seen from below and holds back no light that
+/// passes upwards.
+struct Ground {
+    bool visible = false;
+    Vec3 origin;                   ///< its middle
+    Vec3 normal{0.0F, 0.0F, 1.0F}; ///< upwards; any length but zero
+    float size = 1.0F;             ///< side; > 0
+    Color color{0.8F, 0.8F, 0.8F}; ///< albedo
+    float transparency = 0.0F;     ///< 0..1; 1 shows only shadows and reflections on the background
+    float reflectivity = 0.0F;     ///< 0..1; mirrors objects
+};
+
+/// Everything that shines or can be seen. Meshes, pictures and the assembly are shared and
+/// immutable, so a copy is cheap and a snapshot.
+struct Scene {
+    AssemblyPtr assembly; ///< may be null: no objects
+    std::vector<Material> materials;
+    std::vector<Light> lights;
+    Environment environment;
+    Color ambient; ///< constant light from nowhere, on every surface, without shadows
+    Background background;
+    Ground ground;
+};
+
+/// Fails with invalidInput and a message that names the offending light, material or value.
+Result<Done> validate(const Scene& scene);
+
+} // namespace qor::engine
