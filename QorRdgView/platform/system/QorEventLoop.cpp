@@ -94,7 +94,7 @@ bool QorEventLoop::RunDueTimers() {
     return ran;
 }
 
-bool QorEventLoop::RunOneTurn(milliseconds iWait) {
+bool QorEventLoop::RunSlice() {
     bool ran = false;
     std::size_t count = 0;
     {
@@ -103,7 +103,11 @@ bool QorEventLoop::RunOneTurn(milliseconds iWait) {
     }
     for (; count > 0 && RunOnePosted(); --count)
         ran = true;
-    ran = RunDueTimers() || ran;
+    return RunDueTimers() || ran;
+}
+
+bool QorEventLoop::RunOneTurn(milliseconds iWait) {
+    const bool ran = RunSlice();
     const milliseconds timer = TimeToNextTimer();
     const milliseconds longest = timer.count() < 0 ? iWait : std::min(iWait, timer);
     Wait(ran ? milliseconds(0) : longest);

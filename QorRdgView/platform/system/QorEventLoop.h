@@ -70,6 +70,9 @@ protected:
     /// Time until the next timer is due, 0 when one is, negative without timers.
     [[nodiscard]] std::chrono::milliseconds TimeToNextTimer() const;
     bool RunDueTimers();
+    /// A turn without its waiting: what is posted now for this depth, then the timers that are due.
+    /// For hosts whose own loop has just been woken.
+    bool RunSlice();
 
 private:
     struct Posted {
