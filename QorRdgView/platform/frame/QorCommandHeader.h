@@ -46,6 +46,10 @@ class QorCommandHeader : public QorCommand {
     /// Ends the running command (delayed destruction), if any, and makes the header available.
     virtual QorResult EndCommand();
 
+    /// A person's click in a menu or tool bar, or the automation port's: StartCommand, except for
+    /// headers that tell the two apart.
+    virtual QorResult UserStart() { return StartCommand(); }
+
     /// The running command, or null.
     [[nodiscard]] QorCommand* GetCommand() const { return command; }
 
@@ -68,6 +72,15 @@ protected:
     ~QorCommandHeader() override;
     void ChildRemoved(QorCommand& iChild) override;
     void StateChanged();
+    /// Makes the command through the creator and leaves the availability alone; whether one runs
+    /// now.
+    bool RunCommand();
+    /// Ends the running command, if any, and leaves the availability alone.
+    void DropCommand();
+    /// The running command has ended by itself, or its father has destroyed it.
+    virtual void CommandEnded();
+    /// Sets the check state alone; whether that was a change.
+    bool ChangeCheckState(QorDlgCheckState iState);
 
 private:
     Creator creator;
@@ -90,5 +103,6 @@ class QorCheckHeader : public QorCommandHeader {
     void SetCheckState(QorDlgCheckState iState, QorDlgNotifyFlag iNotify = QorDlgNoNotify) override;
 
 protected:
-    ~QorCheckHeader() override = default;
+    ~QorCheckHeader() override;
+    void CommandEnded() override;
 };
