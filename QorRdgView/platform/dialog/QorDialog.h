@@ -9,10 +9,16 @@
 #include <optional>
 
 /// Base of all widgets: state below, pixels in a peer above. A widget is right without any window.
-/// Its texts come, unless set, from the message catalog of the nearest class around it that has
-/// them, under NAME.Title, NAME.ShortHelp (tooltip) and NAME.LongHelp; a dialog's own under Title,
-/// ShortHelp, LongHelp. Setting by program sends no notification unless a flag asks for it; `User…`
-/// operations are a person's.
+///
+/// Its texts come, unless set, from the message catalogs: first those of its own class and base
+/// classes, under Title, ShortHelp (tooltip), LongHelp and Icon; then those of the widgets around
+/// it, nearest first and up to the first window, under NAME.Title and so on. They are looked up
+/// once, when they are first asked for. A text that no catalog has is empty, so that nobody reads a
+/// name that was made for programmers.
+///
+/// Setting by program sends no notification unless a flag asks for it, and then only when the state
+/// changes; `User…` operations are a person's. In every notification the widget, its dialog and its
+/// father may be destroyed; a widget that is dying sends nothing more.
 class QorDialog : public QorCommand {
     QorDeclareClass(QorDialog)
 
@@ -26,8 +32,10 @@ class QorDialog : public QorCommand {
     /// What the widget is, in words: "push button". The same for derived classes.
     [[nodiscard]] virtual const char* GetKind() const { return "widget"; }
 
-    /// The father when it is a widget, else null.
-    [[nodiscard]] QorDialog* GetFatherDialog() const { return fatherDialog; }
+    /// The father when it is a widget, else null; null too when the father is gone.
+    [[nodiscard]] QorDialog* GetFatherDialog() const {
+        return GetFather() != nullptr ? fatherDialog : nullptr;
+    }
 
     /// The children that are widgets and not windows of their own, in the order of their making.
     [[nodiscard]] std::vector<QorDialog*> GetWidgets() const;
@@ -37,9 +45,10 @@ class QorDialog : public QorCommand {
 
     /// The window that it is in, or is; null outside any.
     [[nodiscard]] QorDialog* GetWindow();
+    [[nodiscard]] const QorDialog* GetWindow() const;
 
     /// Catalog name at \p iLevel: 0 is the class itself, higher levels its base classes; empty at
-    /// the end.
+    /// the end, which is before QorDialog.
     [[nodiscard]] virtual QorString GetResourceFilename(int iLevel = 0) const;
 
     [[nodiscard]] const QorUnicodeString& GetTitle() const;
@@ -92,10 +101,12 @@ class QorDialog : public QorCommand {
     /// The host's peer, or null while there is none.
     [[nodiscard]] QorPeer* GetPeer() const { return peer.get(); }
 
-    /// Makes the peers of this widget and of those in it, when there is a toolkit and the father
-    /// has its peer.
+    /// Makes the peers that are missing of this widget and of those in it, when there is a toolkit
+    /// and the father has its peer; a window needs no father. Peers are made from the outside
+    /// inwards and drawn from the inside outwards, so that a window shows itself complete. Widgets
+    /// made later in a widget that has its peer get theirs in a posted turn.
     void Realize();
-    /// Takes them away again.
+    /// Takes them away again, those of the windows that belong to it too.
     void Unrealize();
 
 protected:
@@ -105,8 +116,8 @@ protected:
     void Changed(QorAspects iAspects);
 
     /// Sends a notification of this widget to itself and its fathers, as an action of a person
-    /// does.
-    bool Notify(QorNotification* iNotification) { return SendNotification(this, iNotification); }
+    /// does. Not when the widget is dying. Whether somebody received it.
+    bool Notify(QorNotification* iNotification);
 
     void ChildAdded(QorCommand& iChild) override;
     void ChildRemoved(QorCommand& iChild) override;
@@ -119,7 +130,10 @@ private:
     };
 
     [[nodiscard]] const QorUnicodeString& Resolve(const CatalogText& iText, const char* iKey) const;
-    void RealizeChildrenLater();
+    [[nodiscard]] const std::string* FindText(const char* iKey) const;
+    [[nodiscard]] const std::string* FindTextOf(const QorDialog& iWidget, const char* iKey) const;
+    bool MakePeer();
+    void RealizeLater();
 
     QorDlgStyle style;
     QorDialog* fatherDialog;
@@ -132,6 +146,7 @@ private:
     int visibleTextWidth = 0;
     bool visible = true;
     bool sensitive = true;
-    bool realizing = false;
+    /// Points back here while a posted turn is to make peers; goes with the widget.
+    std::shared_ptr<QorDialog*> realizeLater;
     std::unique_ptr<QorPeer> peer;
 };

@@ -19,7 +19,8 @@ class QorDlgColorEditor : public QorDlgDialog {
 
     [[nodiscard]] QorNotification* GetColorCancelNotification() const { return canceled.Get(); }
 
-    /// Red, green, blue in 0..1; values outside are clamped.
+    /// Red, green, blue in 0..1; values outside are clamped, a part that is no number stays as it
+    /// was.
     [[nodiscard]] const std::array<float, 3>& GetColor() const { return color; }
 
     void SetColor(const std::array<float, 3>& iColor);

@@ -38,6 +38,8 @@ protected:
     ~QorDlgCombo() override = default;
 
 private:
+    [[nodiscard]] bool IsLine(int iIndex) const;
+
     std::vector<QorUnicodeString> lines;
     int selection = -1;
     QorOwnNotification<QorDlgComboSelectNotification> select;

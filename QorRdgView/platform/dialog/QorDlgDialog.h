@@ -28,6 +28,7 @@ class QorDlgDialog : public QorDialog {
 
     [[nodiscard]] QorNotification* GetWindSizeNotification() const { return size.Get(); }
 
+    /// Showing makes the peers that are missing; showing a window that is shown raises it.
     void SetVisibility(QorDlgVisibility iVisibility) override;
 
     /// Whether it blocks the others until it is answered.
@@ -42,6 +43,8 @@ class QorDlgDialog : public QorDialog {
     virtual QorUserResult UserCancel();
     virtual QorUserResult UserApply();
     virtual QorUserResult UserClose();
+    /// Sends the size notification when the size changes; OutOfRange unless both are positive. A
+    /// disabled window can be resized too. A host reports the size of its own layout this way.
     virtual QorUserResult UserResize(int iWidth, int iHeight);
 
     /// All dialogs alive and not dying, in the order of their making.
@@ -49,6 +52,11 @@ class QorDlgDialog : public QorDialog {
 
 protected:
     ~QorDlgDialog() override;
+
+    /// Sends \p iNotification as an action of a person on the window; Impossible without the button
+    /// of style bit \p iButton.
+    QorUserResult UserSend(QorNotification* iNotification,
+                           QorDlgStyle iButton = QorDlgDefaultStyle);
 
 private:
     QorOwnNotification<QorDlgDiaOKNotification> ok;

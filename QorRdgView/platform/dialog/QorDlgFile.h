@@ -35,15 +35,19 @@ class QorDlgFile : public QorDlgDialog {
     /// From 0; 0 without filters.
     [[nodiscard]] int GetActiveFilterIndex() const { return activeFilter; }
 
+    /// An index that is no filter is ignored.
     void SetActiveFilterIndex(int iIndex);
 
     /// The selected path as typed, made absolute with the directory shown; empty without one.
     [[nodiscard]] const QorUnicodeString& GetSelection() const { return selection; }
 
+    /// A relative path is taken from the directory; an empty one takes the selection away.
     void SetSelection(const QorUnicodeString& iPath);
 
+    /// The directory shown, an absolute path; at first the process's own.
     [[nodiscard]] const QorUnicodeString& GetDirectory() const { return directory; }
 
+    /// An empty one is ignored.
     void SetDirectory(const QorUnicodeString& iDirectory);
 
     /// A person's OK with \p iPath; relative paths are taken from the directory. An empty path is
@@ -61,6 +65,9 @@ protected:
     ~QorDlgFile() override = default;
 
 private:
+    [[nodiscard]] bool IsFilter(int iIndex) const;
+    [[nodiscard]] QorUnicodeString MakeAbsolute(const QorUnicodeString& iPath) const;
+
     std::vector<Filter> filters;
     int activeFilter = 0;
     QorUnicodeString selection;

@@ -40,11 +40,13 @@ class QorDlgNotify : public QorDlgDialog {
     [[nodiscard]] bool Offers(QorNotifyAnswer iAnswer) const;
 
     /// Shows the box and runs a nested turn of the loop until a person answers; the box is hidden
-    /// again then. Without an application nobody can answer, and when the program ends meanwhile
-    /// nobody does: the answer is then Cancel, No or, for a box with OK alone, OK.
+    /// again then. It ends too when the box or its father is destroyed meanwhile. Without an
+    /// application nobody can answer, and when the program ends meanwhile nobody does: the answer
+    /// is then Cancel, No or, for a box with OK alone, OK.
     int DisplayBlocked(const QorUnicodeString& iText, const QorUnicodeString& iTitle);
 
-    /// A person's answer; one that is not offered is OutOfRange.
+    /// A person's answer; one that is not offered is OutOfRange. Insensitive unless this is the
+    /// innermost open box and has no answer yet.
     QorUserResult UserAnswer(QorNotifyAnswer iAnswer);
 
     QorUserResult UserOK() override { return UserAnswer(QorNotifyConfirm); }
@@ -65,6 +67,7 @@ protected:
 private:
     /// The answer that declines as far as the box allows it.
     [[nodiscard]] QorNotifyAnswer Declining() const;
+    void WaitForAnswer();
 
     QorNotifyKind kind;
     QorNotifyButtons buttons;

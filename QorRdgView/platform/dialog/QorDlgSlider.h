@@ -20,7 +20,8 @@ class QorDlgSlider : public QorDialog {
 
     [[nodiscard]] QorNotification* GetSliderDragNotification() const { return drag.Get(); }
 
-    /// A range in \p iSteps equal steps (at least 1). The value is brought into the range.
+    /// A range in \p iSteps equal steps (at least 1). The value is brought into the range. Ends
+    /// that are no finite numbers, or the wrong way round, leave everything as it was.
     void SetRange(double iMin, double iMax, int iSteps);
 
     [[nodiscard]] double GetMin() const { return min; }
@@ -31,7 +32,9 @@ class QorDlgSlider : public QorDialog {
 
     [[nodiscard]] double GetValue() const { return value; }
 
-    /// A value out of range is clamped. With \p iNotify drag and then modify follow.
+    /// A value out of range is clamped, one that is no number ignored. With \p iNotify drag and
+    /// then modify follow when the value changes. Inside a drag notification the value may be set
+    /// too; the modify at the release comes all the same.
     void SetValue(double iValue, QorDlgNotifyFlag iNotify = QorDlgNoNotify);
 
     /// A person slides to \p iValue (clamped, not snapped): drag, when it is a change.
@@ -44,11 +47,16 @@ protected:
     ~QorDlgSlider() override = default;
 
 private:
+    bool Move(double iValue);
+    void Drag(double iValue);
+    void Settle();
+
     double min = 0.0;
     double max = 100.0;
     double step = 1.0;
     double value = 0.0;
-    double settled = 0.0; ///< the value of the last modify, or set by program
+    double settled = 0.0;  ///< the value of the last modify, or set by program
+    bool dragging = false; ///< inside a drag notification
     QorOwnNotification<QorDlgSliderModifyNotification> modify;
     QorOwnNotification<QorDlgSliderDragNotification> drag;
 };
