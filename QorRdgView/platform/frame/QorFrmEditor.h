@@ -42,6 +42,7 @@ private:
     QorFrmLayout* layout; ///< null once closed
     QorDocument_var document;
     QorCSO_var selection;
+    bool closing = false;
 };
 
 QorDeclareHandle(QorFrmEditor);

@@ -46,6 +46,7 @@ protected:
 
 private:
     friend class QorFrmLayout;
+    [[nodiscard]] QorFrmLayout* GetFrameLayout() const;
 
     QorFrmEditor* editor;
     QorViewer* viewer = nullptr;
