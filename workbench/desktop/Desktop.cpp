@@ -1,0 +1,47 @@
+#include "workbench/desktop/Desktop.h"
+
+#include "platform/dialog/QorToolkit.h"
+#include "platform/frame/QorApplicationFrame.h"
+#include "workbench/desktop/QtToolkit.h"
+#include "workbench/desktop/WindowSystem.h"
+#include "workbench/desktop/theme/Icon.h"
+
+#include <QApplication>
+#include <QWidget>
+
+namespace qor::desktop {
+
+Desktop::Desktop(ThemeChoice choice) : theme_(choice), toolkit_(std::make_unique<QtToolkit>()) {
+    QApplication::setWindowIcon(icon(QStringLiteral("application")));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QorToolkit::Install(toolkit_.get());
+}
+
+Desktop::~Desktop() {
+    if (QorToolkit::GetInstalled() == toolkit_.get())
+        QorToolkit::Install(nullptr);
+}
+
+QWidget* Desktop::mainWindow() {
+    const QorApplicationFrame* frame = QorApplicationFrame::GetFrame();
+    return frame != nullptr ? controlOf(frame) : nullptr;
+}
+
+std::function<void()> Desktop::displayUpdater() {
+    return [] {
+        const auto windows = QApplication::topLevelWidgets();
+        for (QWidget* window : windows)
+            paintNow(*window);
+        sendToScreen();
+    };
+}
+
+void Desktop::prepareApplication() {
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QCoreApplication::setApplicationName(QStringLiteral("qorworkbench"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("QorWorkbench"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("qorworkbench"));
+}
+
+} // namespace qor::desktop

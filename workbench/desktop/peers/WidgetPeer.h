@@ -1,0 +1,83 @@
+#pragma once
+
+#include "platform/dialog/QorDialog.h"
+#include "platform/dialog/QorPeer.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+
+namespace qor::desktop {
+
+class ContainerPeer;
+
+/// What all peers share: the Qt widget, its help texts, sensitivity and visibility, and the way up.
+/// A peer is destroyed with its widget, also from inside an up-call; its Qt widget is then hidden
+/// at once and deleted by Qt when no event is on its way through it any more. Qt may delete it
+/// earlier, with its parent.
+class WidgetPeer : public QorPeer {
+public:
+    explicit WidgetPeer(QorDialog& widget) : widget_(widget) {}
+
+    ~WidgetPeer() override;
+
+    void Update(QorAspects iAspects) override;
+    void TakeFocus() override;
+
+    /// Null when Qt has deleted it.
+    [[nodiscard]] QWidget* control() const { return control_; }
+
+    [[nodiscard]] QorDialog& widget() const { return widget_; }
+
+    /// The peer that the father's children lie in, or null for windows.
+    [[nodiscard]] ContainerPeer* container() const;
+
+    /// Whether the control wants all the width that it can get.
+    [[nodiscard]] virtual bool wantsWidth() const { return false; }
+
+    /// Draws everything for the first time.
+    void begin();
+
+    /// The peer of \p widget in this toolkit, or null.
+    [[nodiscard]] static WidgetPeer* of(const QorDialog* widget);
+
+protected:
+    /// Takes the control over. Called once, by the constructor of the derived class.
+    void setControl(QWidget* control) { control_ = control; }
+
+    /// Draws the aspects that the kind of widget adds to the common ones.
+    virtual void draw(QorAspects aspects) = 0;
+
+    /// Tells the widget what a person did, then draws \p aspects again, because the widget may have
+    /// refused; unless this peer was destroyed meanwhile. Whether it is still there.
+    bool report(const std::function<QorUserResult()>& up, QorAspects aspects);
+
+    /// What connections are bound to, so that they end with the peer.
+    [[nodiscard]] QObject* context() { return &context_; }
+
+    /// The texts of help and of screen readers.
+    virtual void drawHelp();
+    virtual void drawVisibility();
+
+private:
+    QorDialog& widget_;
+    QPointer<QWidget> control_;
+    QObject context_;
+};
+
+/// A peer whose control is a \p Control and whose widget is a \p Widget.
+template <class Widget, class Control>
+class PeerOf : public WidgetPeer {
+protected:
+    PeerOf(QorDialog& widget, Control* control) : WidgetPeer(widget) { setControl(control); }
+
+    /// The widget in its own class.
+    [[nodiscard]] Widget& my() const { return static_cast<Widget&>(widget()); }
+
+    /// The control in its own class; only called while it is there.
+    [[nodiscard]] Control& box() const { return *static_cast<Control*>(control()); }
+};
+
+} // namespace qor::desktop
