@@ -21,8 +21,9 @@ QorBaseUnknown& QorBaseUnknown::operator=(const QorBaseUnknown& /*iOther*/) {
 QorBaseUnknown::~QorBaseUnknown() = default;
 
 const QorMetaObject& QorBaseUnknown::MetaObject() {
-    static const QorMetaObject meta("QorBaseUnknown", nullptr, &QorBaseUnknown::CreateItself);
-    return meta;
+    static const auto* meta =
+        new QorMetaObject("QorBaseUnknown", nullptr, &QorBaseUnknown::CreateItself);
+    return *meta;
 }
 
 QorBaseUnknown* QorBaseUnknown::CreateItself() {

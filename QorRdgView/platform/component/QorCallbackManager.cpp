@@ -7,8 +7,8 @@
 namespace {
 
 QorCallbackManager::Observer& TheObserver() {
-    static QorCallbackManager::Observer observer;
-    return observer;
+    static auto* observer = new QorCallbackManager::Observer;
+    return *observer;
 }
 
 QorCallbackId NextId() {

@@ -3,9 +3,9 @@
 #include <set>
 
 QorEventName::QorEventName(std::string_view iText) {
-    static std::set<std::string, std::less<>> names;
-    auto found = names.find(iText);
-    if (found == names.end())
-        found = names.emplace(iText).first;
+    static auto* names = new std::set<std::string, std::less<>>; // in use until the very end
+    auto found = names->find(iText);
+    if (found == names->end())
+        found = names->emplace(iText).first;
     text = &*found;
 }

@@ -17,8 +17,8 @@ struct Registration {
 using Registrations = std::map<std::string, std::vector<Registration>, std::less<>>;
 
 Registrations& Table() {
-    static Registrations table;
-    return table;
+    static auto* table = new Registrations;
+    return *table;
 }
 
 auto FindIn(std::vector<Registration>& iRegistrations, const QorInterfaceId& iInterface) {

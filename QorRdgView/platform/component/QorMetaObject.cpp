@@ -6,15 +6,15 @@
 
 namespace {
 
-/// Every meta-object in use. Built before the first of them and therefore destroyed after the last.
+/// Every meta-object in use.
 struct Registry {
     std::mutex mutex;
     std::map<std::string, const QorMetaObject*, std::less<>> classes;
 };
 
 Registry& Classes() {
-    static Registry registry;
-    return registry;
+    static auto* registry = new Registry;
+    return *registry;
 }
 
 } // namespace
@@ -24,12 +24,6 @@ QorMetaObject::QorMetaObject(const char* iName, const QorMetaObject* iBase, Crea
     Registry& registry = Classes();
     const std::scoped_lock lock(registry.mutex);
     registry.classes.emplace(iName, this);
-}
-
-QorMetaObject::~QorMetaObject() {
-    Registry& registry = Classes();
-    const std::scoped_lock lock(registry.mutex);
-    registry.classes.erase(name);
 }
 
 bool QorMetaObject::IsAKindOf(const char* iName) const {

@@ -2,15 +2,14 @@
 
 #include <atomic>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
 class QorBaseUnknown;
 
 /// What a class knows of itself at run time: its name, its base, how to create it and how many
-/// objects live. One per class, made on first use, never destroyed before the program ends.
-/// Counting is thread-safe.
+/// objects live. One per class, made on first use and never destroyed, so that what runs at exit
+/// may use it. Counting is thread-safe.
 class QorMetaObject {
 public:
     using Creator = QorBaseUnknown* (*)();
@@ -18,7 +17,7 @@ public:
     /// \p iBase is null for the root; \p iCreate is null for classes that cannot be made without
     /// arguments.
     QorMetaObject(const char* iName, const QorMetaObject* iBase, Creator iCreate);
-    ~QorMetaObject();
+    ~QorMetaObject() = delete;
     QorMetaObject(const QorMetaObject&) = delete;
     QorMetaObject& operator=(const QorMetaObject&) = delete;
 
@@ -84,17 +83,24 @@ public:
         return QorCreateIfDefault<Class>();                                                        \
     }                                                                                              \
     const QorMetaObject& Class::MetaObject() {                                                     \
-        static const QorMetaObject meta(#Class, &Base::MetaObject(),                               \
-                                        QorCreatorIfDefault<Class>());                             \
-        return meta;                                                                               \
+        static const auto* meta =                                                                  \
+            new QorMetaObject(#Class, &Base::MetaObject(), QorCreatorIfDefault<Class>());          \
+        return *meta;                                                                              \
     }                                                                                              \
     const QorMetaObject& Class::GetMetaObject() const {                                            \
         return Class::MetaObject();                                                                \
     }
 
+/// Whether an object of the class can be made without arguments. Destructors of counted classes are
+/// protected, so that std::is_default_constructible would say no.
+template <class Class>
+concept QorIsCreatable = requires {
+    new Class;
+};
+
 template <class Class>
 [[nodiscard]] QorBaseUnknown* QorCreateIfDefault() {
-    if constexpr (std::is_default_constructible_v<Class>)
+    if constexpr (QorIsCreatable<Class>)
         return new Class;
     else
         return nullptr;
@@ -102,7 +108,7 @@ template <class Class>
 
 template <class Class>
 [[nodiscard]] constexpr QorMetaObject::Creator QorCreatorIfDefault() {
-    if constexpr (std::is_default_constructible_v<Class>)
+    if constexpr (QorIsCreatable<Class>)
         return &QorCreateIfDefault<Class>;
     else
         return nullptr;
