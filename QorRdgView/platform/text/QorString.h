@@ -78,8 +78,8 @@ public:
     /// Number of code points; a byte that is not valid UTF-8 counts as one.
     [[nodiscard]] std::size_t CountCharacters() const;
 
-    /// Sets the text to one number through a printf format that takes it, without regard to the
-    /// locale.
+    /// Sets the text to one number through a printf format (see QorNumberFormat), without regard to
+    /// the locale. A format that is not of one number, or null, counts as the default.
     QorUnicodeString& BuildFromNum(int iNumber, const char* iFormat = "%d");
     QorUnicodeString& BuildFromNum(double iNumber, const char* iFormat = "%f");
 };
