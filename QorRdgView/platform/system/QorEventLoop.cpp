@@ -1,5 +1,7 @@
 #include "platform/system/QorEventLoop.h"
 
+#include "platform/text/QorCatalogs.h"
+
 #include <algorithm>
 #include <climits>
 #include <thread>
@@ -44,6 +46,7 @@ bool QorEventLoop::RunOnePosted() {
 }
 
 void QorEventLoop::RunPosted() {
+    QorCatalogs::Refresh();
     while (RunOnePosted()) {
     }
 }
@@ -69,7 +72,13 @@ milliseconds QorEventLoop::TimeToNextTimer() const {
     return std::max(milliseconds(0), std::chrono::ceil<milliseconds>(next->due - Now()));
 }
 
+std::size_t QorEventLoop::CountPosted() const {
+    const std::scoped_lock lock(mutex);
+    return posted.size();
+}
+
 bool QorEventLoop::RunDueTimers() {
+    QorCatalogs::Refresh();
     const Clock::time_point now = Now();
     std::vector<QorTimerId> due;
     for (const Timer& timer : timers)
@@ -95,6 +104,7 @@ bool QorEventLoop::RunDueTimers() {
 }
 
 bool QorEventLoop::RunSlice() {
+    QorCatalogs::Refresh();
     bool ran = false;
     std::size_t count = 0;
     {

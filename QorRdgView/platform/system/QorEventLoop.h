@@ -46,6 +46,12 @@ public:
     /// Turns one level deeper until \p iDone answers true or the loop is asked to quit.
     void RunNested(const std::function<bool()>& iDone);
 
+    /// Work that waits to be run, and timers that run: nothing of either is left at the end of a
+    /// test.
+    [[nodiscard]] std::size_t CountPosted() const;
+
+    [[nodiscard]] std::size_t CountTimers() const { return timers.size(); }
+
     /// 0 outside any nested turn.
     [[nodiscard]] int GetDepth() const { return depth; }
 

@@ -8,7 +8,7 @@
 /// Writes a file as a whole or not at all: into a temporary file beside the target, then fsync,
 /// rename, and fsync of the directory. Until Commit has returned S_OK the target is what it was,
 /// whatever happens. A target that is a link is written where it leads; one that exists keeps its
-/// access mode.
+/// access mode, and is refused when it is no regular file. One thread at a time.
 class QorFileWriter {
 public:
     /// Opens the temporary file, and removes those that a writer of the same target, dead for at
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] const std::string& GetError() const { return error; }
 
 private:
-    void Fail(const char* iWhat);
+    void Fail(const char* iWhat, int iError);
     void RemoveStale() const;
 
     std::string target;

@@ -30,9 +30,9 @@ void QorSplitPath(const QorUnicodeString& iPath,
                   QorUnicodeString& oDirectory,
                   QorUnicodeString& oName);
 
-/// Makes a directory and those above it. S_OK also when it is there already; E_FAIL when it cannot
-/// be made or something else has that name.
-QorResult QorCreateDirectory(const QorUnicodeString& iPath);
+/// Makes a directory and those above it, with the access \p iMode less the umask. S_OK also when it
+/// is there already; E_FAIL when it cannot be made or something else has that name.
+QorResult QorCreateDirectory(const QorUnicodeString& iPath, unsigned iMode = 0777);
 
 /// A directory for temporary files that nobody else can enter: $TMPDIR (or /tmp) itself if the user
 /// owns it and nobody else may enter, else a folder of mode 0700 of ours inside it. Empty when none

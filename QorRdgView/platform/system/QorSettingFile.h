@@ -55,7 +55,14 @@ private:
         }
     };
 
-    int version = 1;
+    void ParseHeader(std::string_view& ioText);
+    void ParseLine(std::string_view iLine, int iNumber, Damage& ioDamage);
+
+    std::string laterHeader; ///< the first line of a file of a later version; else empty
     std::vector<Line> lines;
     std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> places;
 };
+
+/// The double of the shortest decimal that gives \p iValue back: 0.2F becomes
+/// 0.2 and not 0.20000000298.
+[[nodiscard]] double QorWidenFloat(float iValue);

@@ -25,7 +25,8 @@ class QorSettingRepository : public QorBaseUnknown {
     /// Makes the next openings of a repository fail, or succeed again.
     static void SetLocked(const QorString& iName, bool iLocked);
 
-    /// Forgets all repositories, what was not saved included; the next GetRepository reads again.
+    /// Forgets all repositories, what was not saved included, and all locks; the next GetRepository
+    /// reads again.
     /// Handles that are held keep theirs. An exit hook does it at the end.
     static void ForgetAll();
 
@@ -68,11 +69,12 @@ protected:
 private:
     QorSettingRepository(QorString iName, std::string iPath);
     void Load();
-    void SetAsideDamaged(const std::string& iText, const QorSettingFile::Damage& iDamage);
+    [[nodiscard]] bool SetAsideDamaged();
+    [[nodiscard]] std::string FindAsidePath() const;
 
     QorString name;
     std::string path;
     QorSettingFile settings;
+    std::string damagedText; ///< what was read from a damaged file, until it is safe elsewhere
     bool unreadable = false;
-    bool unsavedDamage = false; ///< the damaged file could not be copied aside
 };
