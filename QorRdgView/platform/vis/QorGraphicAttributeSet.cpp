@@ -1,0 +1,3 @@
+#include "platform/vis/QorGraphicAttributeSet.h"
+
+QorImplementClass(QorGraphicMaterial, QorBaseUnknown)

@@ -1,0 +1,18 @@
+#include "platform/vis/QorPictureService.h"
+
+#include "platform/vis/QorPlainPictures.h"
+
+namespace {
+
+QorPictureService* installed = nullptr;
+
+} // namespace
+
+QorPictureService& QorPictureService::Get() {
+    static QorPlainPictures plain;
+    return installed != nullptr ? *installed : plain;
+}
+
+void QorPictureService::Install(QorPictureService* iService) {
+    installed = iService;
+}

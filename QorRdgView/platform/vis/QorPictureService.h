@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/vis/QorPixelImage.h"
+
+/// Picture files, as a host offers them. Callable from any thread. Without a host a service of the
+/// library's own reads and writes uncompressed TGA and resamples by area.
+class QorPictureService {
+public:
+    QorPictureService() = default;
+    virtual ~QorPictureService() = default;
+    QorPictureService(const QorPictureService&) = delete;
+    QorPictureService& operator=(const QorPictureService&) = delete;
+
+    /// A picture with one reference for the caller, or null with a reason in \p oError that names
+    /// the file.
+    [[nodiscard]] virtual QorPixelImage* Read(const QorUnicodeString& iPath,
+                                              QorUnicodeString& oError) = 0;
+    /// 0 on success; else a code that is not 0, and the reason in \p oError. An old file stays
+    /// whole then.
+    [[nodiscard]] virtual int Write(const QorPixelImage& iImage,
+                                    const QorString& iFormat,
+                                    const QorUnicodeString& iPath,
+                                    QorUnicodeString& oError) = 0;
+    [[nodiscard]] virtual QorPixelImage*
+    Resize(const QorPixelImage& iImage, int iWidth, int iHeight) = 0;
+
+    /// The service in use, never null.
+    [[nodiscard]] static QorPictureService& Get();
+    /// \p iService stays the caller's; null brings the library's own back.
+    static void Install(QorPictureService* iService);
+};

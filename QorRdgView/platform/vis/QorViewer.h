@@ -1,0 +1,178 @@
+#pragma once
+
+#include "platform/dialog/QorDialog.h"
+#include "platform/vis/QorManipulator.h"
+#include "platform/vis/QorPicker.h"
+#include "platform/vis/QorSupport.h"
+#include "platform/vis/QorViewpoint.h"
+
+/// A widget that shows viewpoints: one main viewpoint and others laid over or under it. Its size is
+/// the support's; without a window it keeps the size it was built with until it is resized. Picking
+/// and dragging are computed here, from device pixels, so that they work without a window.
+class QorViewer : public QorDialog {
+    QorDeclareClass(QorViewer)
+
+    static const QorEventName VIEWER_DESTROYED;      ///< while the viewer is still whole
+    static const QorEventName VIEWER_LIGHT_MODIFIED; ///< somebody has settled on new lights
+
+    QorViewer(QorCommand* iFather,
+              const QorString& iName,
+              QorDlgStyle iStyle,
+              float iWidth,
+              float iHeight);
+
+    [[nodiscard]] const char* GetKind() const override { return "viewer"; }
+
+    /// Null once the viewer is being destroyed.
+    [[nodiscard]] QorSupport* GetSupport() const { return support; }
+
+    /// Device pixels.
+    void GetGraphicSize(float& oWidth, float& oHeight) const;
+
+    [[nodiscard]] virtual Qor3DViewpoint* GetMain3DViewpoint() const { return nullptr; }
+
+    [[nodiscard]] virtual Qor2DViewpoint* GetMain2DViewpoint() const { return nullptr; }
+
+    /// Lays a viewpoint over the main one (priority above 0), or under it (below 0). Holds a
+    /// reference.
+    void AddViewpoint(QorViewpoint* iViewpoint);
+    void RemoveViewpoint(QorViewpoint* iViewpoint);
+
+    /// The added ones, in the order in which they are drawn.
+    [[nodiscard]] const std::vector<QorVar<QorViewpoint>>& GetAddedViewpoints() const {
+        return added;
+    }
+
+    void SetBackgroundColor(const QorColor& iColor);
+
+    [[nodiscard]] const QorColor& GetBackgroundColor() const { return background; }
+
+    /// Asks the host to draw the viewer anew, soon.
+    void Draw();
+
+    /// Grows with every Draw; for tests and for hosts that compare.
+    [[nodiscard]] unsigned long GetDrawCount() const { return drawCount; }
+
+    /// The tool that takes drags no manipulator takes; null for the viewer's own navigation.
+    [[nodiscard]] Qor2DIndicator* GetForegroundIndicator() const { return indicator; }
+
+    void SetForegroundIndicator(Qor2DIndicator* iIndicator) { indicator = iIndicator; }
+
+    void AddManipulator(QorManipulator* iManipulator);
+    void RemoveManipulator(QorManipulator* iManipulator);
+
+    [[nodiscard]] const std::vector<QorManipulator*>& GetManipulators() const {
+        return manipulators;
+    }
+
+    /// A person's mouse: manipulators first, then the indicator, then navigation. Whether the event
+    /// was used.
+    virtual bool HandleMouse(const QorMouseEvent& iMouse);
+    /// A host or person has given the viewer another size, in device pixels.
+    virtual void UserResizeViewer(float iWidth, float iHeight);
+
+protected:
+    ~QorViewer() override;
+
+    /// What the viewer itself does with a mouse that nobody took.
+    virtual bool Navigate(const QorMouseEvent& /*iMouse*/) { return false; }
+
+    /// The manipulator under the pixel with the path to what was hit; null for none.
+    [[nodiscard]] QorManipulator* PickManipulator(const QorMathPoint2D& iPixel,
+                                                  QorPickPath& oPath) const;
+
+    /// What a pixel hits in space, from the outermost representation inwards; empty for nothing.
+    [[nodiscard]] virtual QorPickPath PickSpace(const QorMathPoint2D& /*iPixel*/) const {
+        return {};
+    }
+
+private:
+    /// The best of the 2D manipulators under a pixel.
+    [[nodiscard]] QorManipulator* PickPlane(const QorMathPoint2D& iPixel, QorPickPath& oPath) const;
+
+    QorVar<QorSupport> support;
+    std::vector<QorVar<QorViewpoint>> added;
+    std::vector<QorManipulator*> manipulators;
+    QorManipulator* grabbed = nullptr;
+    QorPickPath grabbedPath;
+    Qor2DIndicator* indicator = nullptr;
+    QorColor background{255, 255, 255, 255};
+    unsigned long drawCount = 0;
+};
+
+/// A viewer of the plane.
+class Qor2DViewer : public QorViewer {
+    QorDeclareClass(Qor2DViewer)
+
+    Qor2DViewer(QorCommand* iFather,
+                const QorString& iName,
+                QorDlgStyle iStyle,
+                float iWidth,
+                float iHeight);
+
+    [[nodiscard]] Qor2DViewpoint* GetMain2DViewpoint() const override { return main; }
+
+    void AddRep(Qor2DRep* iRep);
+    void RemoveRep(Qor2DRep* iRep);
+    /// The visible part of the main viewpoint's plane.
+    void GetViewBox(double& oLeft, double& oRight, double& oBottom, double& oTop) const;
+    /// The width and the upper edge count; VIEWPOINT_MODIFIED follows.
+    void SetViewBox(double iLeft, double iRight, double iBottom, double iTop);
+
+protected:
+    ~Qor2DViewer() override = default;
+
+private:
+    Qor2DViewpoint_var main = QorMake<Qor2DViewpoint>();
+};
+
+/// A viewer of space. Extensions for the rendering interfaces are registered for this class.
+class Qor3DViewer : public QorViewer {
+    QorDeclareClass(Qor3DViewer)
+
+    Qor3DViewer(QorCommand* iFather,
+                const QorString& iName,
+                QorDlgStyle iStyle,
+                float iWidth,
+                float iHeight);
+
+    [[nodiscard]] Qor3DViewpoint* GetMain3DViewpoint() const override { return main; }
+
+    void AddRep(Qor3DRep* iRep);
+    void RemoveRep(Qor3DRep* iRep);
+
+    /// The direction that is up for the product, of length 1.
+    [[nodiscard]] const QorMathVector& GetVertical() const { return vertical; }
+
+    void SetVertical(const QorMathVector& iVertical);
+
+    void GetGlobalAmbientLight(float& oRed, float& oGreen, float& oBlue) const;
+    void SetGlobalAmbientLight(float iRed, float iGreen, float iBlue);
+    /// Up to two lights; either may be null. No references are given.
+    void GetLightSourceReps(Qor3DLightSourceRep*& oLight1, Qor3DLightSourceRep*& oLight2) const;
+    /// The viewer takes the caller's references over and gives back those of the lights before.
+    void SetLightSourceReps(Qor3DLightSourceRep* iLight1, Qor3DLightSourceRep* iLight2);
+
+    [[nodiscard]] QorGraphicMaterial* GetTexture() const { return texture; }
+
+    /// Holds a reference of its own.
+    void SetTexture(QorGraphicMaterial* iTexture) { texture = iTexture; }
+
+    /// The ground shown, or null.
+    [[nodiscard]] QorRsc3DGroundRep* GetGround() const { return ground; }
+
+    void SetGround(QorRsc3DGroundRep* iGround) { ground = iGround; }
+
+protected:
+    ~Qor3DViewer() override = default;
+    [[nodiscard]] QorPickPath PickSpace(const QorMathPoint2D& iPixel) const override;
+
+private:
+    Qor3DViewpoint_var main = QorMake<Qor3DViewpoint>();
+    QorMathVector vertical{0.0, 0.0, 1.0};
+    float ambient[3] = {0.2F, 0.2F, 0.2F};
+    Qor3DLightSourceRep_var light1;
+    Qor3DLightSourceRep_var light2;
+    QorVar<QorGraphicMaterial> texture;
+    QorRsc3DGroundRep_var ground;
+};
