@@ -1,5 +1,6 @@
-# Functions that declare what the tree is made of. A room's folder is its path from the top, and its tests and
-# benchmarks stand under the same path in tests/ and benchmarks/; those of rooms that are not built are left out.
+# Functions that declare what the tree is made of. A room's tests and benchmarks stand in tests/ and benchmarks/ under
+# the room's path below QorRdgView or workbench (tests/platform/dialog, tests/document); those of rooms that are not
+# built are left out.
 
 # qor_room(<target> SOURCES <files…> [PUBLIC <targets…>] [PRIVATE <targets…>] [INCLUDE_ROOT <dir>])
 # One room of the tree as one static target. PUBLIC names the rooms and libraries that its headers use,
@@ -70,27 +71,27 @@ function(qor_benchmark target)
   _qor_refuse_two_copies(${target})
 endfunction()
 
-# qor_add_rooms(): adds, in the current folder of tests/ or benchmarks/, the folders of all rooms that are built.
-# A folder that mirrors no room is an error, for its tests would never run.
-macro(qor_add_rooms)
-  file(GLOB_RECURSE _lists RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" CONFIGURE_DEPENDS
-    QorRdgView/*CMakeLists.txt workbench/*CMakeLists.txt)
-  foreach(_list ${_lists})
-    get_filename_component(_folder "${_list}" DIRECTORY)
-    if(NOT IS_DIRECTORY "${PROJECT_SOURCE_DIR}/${_folder}")
-      message(FATAL_ERROR "${CMAKE_CURRENT_SOURCE_DIR}/${_folder} belongs to no room: there is no ${_folder}")
+# qor_add_rooms([BESIDE <folders…>]): adds, in the current folder of tests/ or benchmarks/, the folders of all rooms
+# that are built. A folder that mirrors no room and is not one of BESIDE is an error, for nobody would ever run it.
+function(qor_add_rooms)
+  cmake_parse_arguments(ROOMS "" "" "BESIDE" ${ARGN})
+  file(GLOB_RECURSE lists RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" CONFIGURE_DEPENDS */CMakeLists.txt)
+  foreach(list ${lists})
+    get_filename_component(folder "${list}" DIRECTORY)
+    if(NOT folder IN_LIST ROOMS_BESIDE AND NOT IS_DIRECTORY "${PROJECT_SOURCE_DIR}/QorRdgView/${folder}"
+        AND NOT IS_DIRECTORY "${PROJECT_SOURCE_DIR}/workbench/${folder}")
+      message(FATAL_ERROR "${CMAKE_CURRENT_SOURCE_DIR}/${folder} belongs to no room: "
+        "there is neither QorRdgView/${folder} nor workbench/${folder}")
     endif()
   endforeach()
-  get_property(_rooms GLOBAL PROPERTY QOR_ROOMS)
-  foreach(_room ${_rooms})
-    string(REGEX REPLACE "^[^/]+/(.*)$" "\\1" _short "${_room}")
-    foreach(_folder ${_room} ${_short})
-      if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${_folder}/CMakeLists.txt")
-        add_subdirectory(${_folder})
-      endif()
-    endforeach()
+  get_property(rooms GLOBAL PROPERTY QOR_ROOMS)
+  foreach(room ${rooms})
+    string(REGEX REPLACE "^[^/]+/(.*)$" "\\1" folder "${room}")
+    if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/CMakeLists.txt")
+      add_subdirectory(${folder})
+    endif()
   endforeach()
-endmacro()
+endfunction()
 
 # Notes the current folder as a room that is built and gives its path from the top.
 function(_qor_register_room out)
