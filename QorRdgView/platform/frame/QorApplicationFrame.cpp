@@ -29,4 +29,4 @@ void QorApplicationFrame::SetStatus(const QorUnicodeString& iText) {
     Changed(QorAspectValue);
 }
 
-QorImplementClass(QorApplicationFrame, QorDlgDialog);
+QorImplementClass(QorApplicationFrame, QorDlgDialog)

@@ -9,7 +9,7 @@
 class QorApplicationFrame : public QorDlgDialog {
     QorDeclareClass(QorApplicationFrame)
 
-        QorApplicationFrame(const QorString& iName);
+    QorApplicationFrame(const QorString& iName);
 
     [[nodiscard]] const char* GetKind() const override { return "application frame"; }
 

@@ -63,4 +63,4 @@ void QorCSO::Modified() {
     callbacks.DispatchCallbacks(CSO_MODIFIED, this);
 }
 
-QorImplementClass(QorCSO, QorBaseUnknown);
+QorImplementClass(QorCSO, QorBaseUnknown)

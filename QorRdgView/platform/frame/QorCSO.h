@@ -10,7 +10,7 @@
 class QorCSO : public QorBaseUnknown {
     QorDeclareClass(QorCSO)
 
-        QorCSO();
+    QorCSO();
 
     /// Dispatched by the selection's callback manager when its content has changed.
     static const QorEventName CSO_MODIFIED;

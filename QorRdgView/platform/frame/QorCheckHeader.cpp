@@ -36,4 +36,4 @@ void QorCheckHeader::CommandEnded() {
     ChangeCheckState(QorDlgUncheck);
 }
 
-QorImplementClass(QorCheckHeader, QorCommandHeader);
+QorImplementClass(QorCheckHeader, QorCommandHeader)

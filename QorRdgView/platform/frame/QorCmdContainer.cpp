@@ -29,7 +29,7 @@ void QorCmdContainer::AddChild(QorCmdAccess* iEntry) {
         entries.emplace_back(iEntry);
 }
 
-QorImplementClass(QorCmdAccess, QorCommand);
-QorImplementClass(QorCmdStarter, QorCmdAccess);
-QorImplementClass(QorCmdSeparator, QorCmdAccess);
-QorImplementClass(QorCmdContainer, QorCmdAccess);
+QorImplementClass(QorCmdAccess, QorCommand)
+QorImplementClass(QorCmdStarter, QorCmdAccess)
+QorImplementClass(QorCmdSeparator, QorCmdAccess)
+QorImplementClass(QorCmdContainer, QorCmdAccess)

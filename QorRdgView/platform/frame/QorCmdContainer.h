@@ -6,7 +6,7 @@
 class QorCmdAccess : public QorCommand {
     QorDeclareClass(QorCmdAccess)
 
-        QorCmdAccess(QorCommand* iFather, const QorString& iName);
+    QorCmdAccess(QorCommand* iFather, const QorString& iName);
 
     /// Title in menus: by default from the catalog "QorCommandHeaders" under NAME.Title.
     [[nodiscard]] virtual QorUnicodeString GetTitle() const;
@@ -19,9 +19,9 @@ protected:
 class QorCmdStarter : public QorCmdAccess {
     QorDeclareClass(QorCmdStarter)
 
-        QorCmdStarter(QorCommand* iFather,
-                      const QorString& iName,
-                      const QorString& iHeader = QorString());
+    QorCmdStarter(QorCommand* iFather,
+                  const QorString& iName,
+                  const QorString& iHeader = QorString());
 
     void SetCommand(const QorString& iHeader) { headerName = iHeader; }
 
@@ -45,7 +45,7 @@ private:
 class QorCmdSeparator : public QorCmdAccess {
     QorDeclareClass(QorCmdSeparator)
 
-        QorCmdSeparator(QorCommand* iFather, const QorString& iName);
+    QorCmdSeparator(QorCommand* iFather, const QorString& iName);
 
 protected:
     ~QorCmdSeparator() override = default;
@@ -55,7 +55,7 @@ protected:
 class QorCmdContainer : public QorCmdAccess {
     QorDeclareClass(QorCmdContainer)
 
-        QorCmdContainer(QorCommand* iFather, const QorString& iName);
+    QorCmdContainer(QorCommand* iFather, const QorString& iName);
 
     /// Appends an entry; the container holds a reference.
     void AddChild(QorCmdAccess* iEntry);

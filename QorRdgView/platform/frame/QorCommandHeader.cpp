@@ -131,4 +131,4 @@ bool QorCommandHeader::ChangeCheckState(QorDlgCheckState iState) {
     return true;
 }
 
-QorImplementClass(QorCommandHeader, QorCommand);
+QorImplementClass(QorCommandHeader, QorCommand)

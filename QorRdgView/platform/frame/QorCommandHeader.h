@@ -13,9 +13,9 @@
 class QorCommandHeader : public QorCommand {
     QorDeclareClass(QorCommandHeader)
 
-        /// Makes the command that the header starts, a child of \p iHeader; null when it cannot or
-        /// when the command is done at once.
-        using Creator = std::function<QorCommand*(QorCommandHeader& iHeader)>;
+    /// Makes the command that the header starts, a child of \p iHeader; null when it cannot or
+    /// when the command is done at once.
+    using Creator = std::function<QorCommand*(QorCommandHeader& iHeader)>;
 
     /// Dispatched by a header's callback manager each time it becomes available.
     static const QorEventName BecomeAvailableEvent;
@@ -94,7 +94,7 @@ private:
 class QorCheckHeader : public QorCommandHeader {
     QorDeclareClass(QorCheckHeader)
 
-        QorCheckHeader(QorCommand* iFather, const QorString& iName, Creator iCreator = {});
+    QorCheckHeader(QorCommand* iFather, const QorString& iName, Creator iCreator = {});
 
     [[nodiscard]] bool IsCheckHeader() const override { return true; }
 

@@ -12,4 +12,4 @@ QorPathElement_var QorDocument::BuildPathElement(QorBaseUnknown* iObject) {
     return path;
 }
 
-QorImplementClass(QorDocument, QorBaseUnknown);
+QorImplementClass(QorDocument, QorBaseUnknown)

@@ -7,7 +7,7 @@
 class QorDocument : public QorBaseUnknown {
     QorDeclareClass(QorDocument)
 
-        explicit QorDocument(const QorUnicodeString& iName = QorUnicodeString());
+    explicit QorDocument(const QorUnicodeString& iName = QorUnicodeString());
 
     /// What a person calls the document; usually the name of its file.
     [[nodiscard]] const QorUnicodeString& GetName() const { return name; }

@@ -32,4 +32,4 @@ QorResult QorFrmCommand::SetLongHelpId(const QorString& iId) {
     return S_OK;
 }
 
-QorImplementClass(QorFrmCommand, QorCommand);
+QorImplementClass(QorFrmCommand, QorCommand)

@@ -9,8 +9,8 @@
 class QorFrmCommand : public QorImplements<QorCommand, QorIHelp> {
     QorDeclareClass(QorFrmCommand)
 
-        /// \p iFather is the header that runs it, or any other command.
-        QorFrmCommand(QorCommand* iFather, const QorString& iName);
+    /// \p iFather is the header that runs it, or any other command.
+    QorFrmCommand(QorCommand* iFather, const QorString& iName);
 
     /// Ends the command: through its header, which is then available again, else by its own delayed
     /// destruction.

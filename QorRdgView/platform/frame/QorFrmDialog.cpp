@@ -5,4 +5,4 @@ QorFrmDialog::QorFrmDialog(QorCommand* iFather, const QorString& iName, QorDlgSt
 
 QorFrmDialog::~QorFrmDialog() = default;
 
-QorImplementClass(QorFrmDialog, QorDlgDialog);
+QorImplementClass(QorFrmDialog, QorDlgDialog)

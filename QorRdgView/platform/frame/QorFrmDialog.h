@@ -7,9 +7,9 @@
 class QorFrmDialog : public QorDlgDialog {
     QorDeclareClass(QorFrmDialog)
 
-        QorFrmDialog(QorCommand* iFather,
-                     const QorString& iName,
-                     QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorFrmDialog(QorCommand* iFather,
+                 const QorString& iName,
+                 QorDlgStyle iStyle = QorDlgDefaultStyle);
 
 protected:
     ~QorFrmDialog() override;

@@ -28,5 +28,5 @@ QorFrmEditorNotification::QorFrmEditorNotification(QorFrmEditor* iEditor) : edit
 
 QorFrmEditorNotification::~QorFrmEditorNotification() = default;
 
-QorImplementClass(QorFrmEditor, QorCommand);
-QorImplementClass(QorFrmEditorNotification, QorNotification);
+QorImplementClass(QorFrmEditor, QorCommand)
+QorImplementClass(QorFrmEditorNotification, QorNotification)

@@ -12,8 +12,8 @@ class QorFrmLayout;
 class QorFrmEditor : public QorCommand {
     QorDeclareClass(QorFrmEditor)
 
-        /// \p iLayout is not null. The editor holds a reference on \p iDocument, which may be null.
-        QorFrmEditor(QorFrmLayout* iLayout, const QorString& iName, QorDocument* iDocument);
+    /// \p iLayout is not null. The editor holds a reference on \p iDocument, which may be null.
+    QorFrmEditor(QorFrmLayout* iLayout, const QorString& iName, QorDocument* iDocument);
 
     /// The editor has become the current one.
     static const QorEventName EDITOR_ACTIVATED;
@@ -51,7 +51,7 @@ QorDeclareHandle(QorFrmEditor);
 class QorFrmEditorNotification : public QorNotification {
     QorDeclareClass(QorFrmEditorNotification)
 
-        explicit QorFrmEditorNotification(QorFrmEditor* iEditor);
+    explicit QorFrmEditorNotification(QorFrmEditor* iEditor);
 
     [[nodiscard]] QorFrmEditor* GetEditor() const { return editor.Get(); }
 

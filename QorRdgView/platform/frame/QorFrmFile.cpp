@@ -5,4 +5,4 @@ QorFrmFile::QorFrmFile(QorCommand* iFather, const QorString& iName, QorDlgStyle 
 
 QorFrmFile::~QorFrmFile() = default;
 
-QorImplementClass(QorFrmFile, QorDlgFile);
+QorImplementClass(QorFrmFile, QorDlgFile)

@@ -6,9 +6,9 @@
 class QorFrmFile : public QorDlgFile {
     QorDeclareClass(QorFrmFile)
 
-        QorFrmFile(QorCommand* iFather,
-                   const QorString& iName,
-                   QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorFrmFile(QorCommand* iFather,
+               const QorString& iName,
+               QorDlgStyle iStyle = QorDlgDefaultStyle);
 
 protected:
     ~QorFrmFile() override;

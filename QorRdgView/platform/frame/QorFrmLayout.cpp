@@ -157,4 +157,4 @@ void QorFrmLayout::Leave(QorFrmWindow& iWindow) {
         currentWindow = nullptr;
 }
 
-QorImplementClass(QorFrmLayout, QorCommand);
+QorImplementClass(QorFrmLayout, QorCommand)

@@ -13,8 +13,8 @@ class QorFrmWindow;
 class QorFrmLayout : public QorCommand {
     QorDeclareClass(QorFrmLayout)
 
-        /// A new layout is the current one from now on.
-        QorFrmLayout(QorCommand* iFather, const QorString& iName);
+    /// A new layout is the current one from now on.
+    QorFrmLayout(QorCommand* iFather, const QorString& iName);
 
     /// The layout in use, or null.
     [[nodiscard]] static QorFrmLayout* GetCurrentLayout();

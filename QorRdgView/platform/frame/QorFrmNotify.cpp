@@ -8,4 +8,4 @@ QorFrmNotify::QorFrmNotify(QorCommand* iFather,
 
 QorFrmNotify::~QorFrmNotify() = default;
 
-QorImplementClass(QorFrmNotify, QorDlgNotify);
+QorImplementClass(QorFrmNotify, QorDlgNotify)

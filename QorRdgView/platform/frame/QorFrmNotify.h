@@ -6,10 +6,10 @@
 class QorFrmNotify : public QorDlgNotify {
     QorDeclareClass(QorFrmNotify)
 
-        QorFrmNotify(QorCommand* iFather,
-                     const QorString& iName,
-                     QorNotifyKind iKind = QorNotifyKind::Information,
-                     QorNotifyButtons iButtons = QorNotifyButtons::OK);
+    QorFrmNotify(QorCommand* iFather,
+                 const QorString& iName,
+                 QorNotifyKind iKind = QorNotifyKind::Information,
+                 QorNotifyButtons iButtons = QorNotifyButtons::OK);
 
 protected:
     ~QorFrmNotify() override;

@@ -49,5 +49,5 @@ QorFrmWindowNotification::QorFrmWindowNotification(QorFrmWindow* iWindow)
 
 QorFrmWindowNotification::~QorFrmWindowNotification() = default;
 
-QorImplementClass(QorFrmWindow, QorDialog);
-QorImplementClass(QorFrmWindowNotification, QorNotification);
+QorImplementClass(QorFrmWindow, QorDialog)
+QorImplementClass(QorFrmWindowNotification, QorNotification)

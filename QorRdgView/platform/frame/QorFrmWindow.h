@@ -12,8 +12,8 @@ class QorViewer;
 class QorFrmWindow : public QorDialog {
     QorDeclareClass(QorFrmWindow)
 
-        /// Joins the layout of \p iEditor, which is not null.
-        QorFrmWindow(QorCommand* iFather, const QorString& iName, QorFrmEditor* iEditor);
+    /// Joins the layout of \p iEditor, which is not null.
+    QorFrmWindow(QorCommand* iFather, const QorString& iName, QorFrmEditor* iEditor);
 
     /// The window has left the layout; it and its viewer are still whole, and the layout's current
     /// window is already another one or none.
@@ -59,7 +59,7 @@ QorDeclareHandle(QorFrmWindow);
 class QorFrmWindowNotification : public QorNotification {
     QorDeclareClass(QorFrmWindowNotification)
 
-        explicit QorFrmWindowNotification(QorFrmWindow* iWindow);
+    explicit QorFrmWindowNotification(QorFrmWindow* iWindow);
 
     [[nodiscard]] QorFrmWindow* GetWindow() const { return window.Get(); }
 

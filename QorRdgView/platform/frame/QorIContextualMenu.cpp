@@ -5,4 +5,4 @@ QorExtIContextualMenu::QorExtIContextualMenu(QorBaseUnknown* iOwner)
 
 QorExtIContextualMenu::~QorExtIContextualMenu() = default;
 
-QorImplementClass(QorExtIContextualMenu, QorExtension);
+QorImplementClass(QorExtIContextualMenu, QorExtension)

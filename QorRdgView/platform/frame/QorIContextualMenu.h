@@ -7,9 +7,9 @@
 class QorIContextualMenu : public QorInterface {
     QorDeclareInterface(QorIContextualMenu)
 
-        /// The menu, adjusted to the object's present state; null when it has none. It belongs to
-        /// the object and is valid as long as the object lives.
-        [[nodiscard]] virtual QorCmdContainer* GetContextualMenu() = 0;
+    /// The menu, adjusted to the object's present state; null when it has none. It belongs to
+    /// the object and is valid as long as the object lives.
+    [[nodiscard]] virtual QorCmdContainer* GetContextualMenu() = 0;
 };
 
 /// What contextual menus are derived from: an extension of the object with an empty menu, which a
@@ -17,7 +17,7 @@ class QorIContextualMenu : public QorInterface {
 class QorExtIContextualMenu : public QorImplements<QorExtension, QorIContextualMenu> {
     QorDeclareClass(QorExtIContextualMenu)
 
-        explicit QorExtIContextualMenu(QorBaseUnknown* iOwner);
+    explicit QorExtIContextualMenu(QorBaseUnknown* iOwner);
 
     [[nodiscard]] QorCmdContainer* GetContextualMenu() override { return menu.Get(); }
 

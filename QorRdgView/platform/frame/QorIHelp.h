@@ -7,7 +7,7 @@
 class QorIHelp : public QorInterface {
     QorDeclareInterface(QorIHelp)
 
-        /// The page from now on; empty for that of the command itself.
-        virtual QorResult SetLongHelpId(const QorString& iId) = 0;
+    /// The page from now on; empty for that of the command itself.
+    virtual QorResult SetLongHelpId(const QorString& iId) = 0;
     [[nodiscard]] virtual QorString GetLongHelpId() const = 0;
 };

@@ -35,4 +35,4 @@ bool QorPathElement::IsSamePath(const QorPathElement& iOther) const {
                       same);
 }
 
-QorImplementClass(QorPathElement, QorBaseUnknown);
+QorImplementClass(QorPathElement, QorBaseUnknown)

@@ -9,7 +9,7 @@
 class QorPathElement : public QorBaseUnknown {
     QorDeclareClass(QorPathElement)
 
-        QorPathElement();
+    QorPathElement();
 
     /// Appends \p iObject; null is ignored.
     void AddChildElement(QorBaseUnknown* iObject);
