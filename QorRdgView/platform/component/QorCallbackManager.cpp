@@ -96,6 +96,12 @@ std::size_t QorCallbackTable::Count() const {
         rows.begin(), rows.end(), [](const Row& iRow) { return iRow.subscriber != nullptr; }));
 }
 
+std::size_t QorCallbackTable::Count(QorEventName iEvent) const {
+    return static_cast<std::size_t>(std::count_if(rows.begin(), rows.end(), [&](const Row& iRow) {
+        return iRow.subscriber != nullptr && iRow.event == iEvent;
+    }));
+}
+
 void QorCallbackTable::Untie(QorEventSubscriber* iSubscriber, QorCallbackTable* iTable) {
     auto& tables = iSubscriber->tables;
     const auto found = std::find(tables.begin(), tables.end(), iTable);
@@ -156,6 +162,10 @@ bool QorCallbackManager::DispatchTo(QorEventSubscriber* iReceiver, const QorDisp
 
 std::size_t QorCallbackManager::CountCallbacks() const {
     return table->Count();
+}
+
+std::size_t QorCallbackManager::CountCallbacks(QorEventName iEvent) const {
+    return table->Count(iEvent);
 }
 
 void QorCallbackManager::SetObserver(Observer iObserver) {

@@ -49,6 +49,8 @@ public:
     bool DispatchTo(QorEventSubscriber* iReceiver, const QorDispatch& iDispatch);
 
     [[nodiscard]] std::size_t CountCallbacks() const;
+    /// Subscriptions to one event.
+    [[nodiscard]] std::size_t CountCallbacks(QorEventName iEvent) const;
 
     /// Sees every event and notification of the process, with its publisher; set by whoever records
     /// them.

@@ -49,6 +49,7 @@ public:
     /// The publisher is gone: no row is called any more, and the table ends with the last walk.
     void Close();
     [[nodiscard]] std::size_t Count() const;
+    [[nodiscard]] std::size_t Count(QorEventName iEvent) const;
 
 private:
     ~QorCallbackTable() = default;

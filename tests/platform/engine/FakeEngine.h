@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/engine/QorRdgEngineManager.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+/// A picture of one colour.
+inline QorPixelImage_var MakePicture(int iWidth, int iHeight) {
+    const auto size = static_cast<std::size_t>(iWidth) * static_cast<std::size_t>(iHeight) * 4;
+    return QorMake<QorPixelImage>(
+        iWidth, iHeight, 4, std::make_shared<const QorPixelImage::Pixels>(size, std::uint8_t(128)));
+}
+
+/// What a test lets the renders of a FakeEngine answer, and what they were asked.
+struct FakeScript {
+    std::deque<QorRdgProgress> progress;
+    QorPixelImage_var picture;
+    QorUnicodeString refusal;
+    std::vector<QorRdgRequest> requests;
+    int detached = 0;
+};
+
+class FakeRender : public QorRdgRender {
+public:
+    explicit FakeRender(FakeScript& iScript) : script(iScript) {}
+
+    ~FakeRender() override { ++script.detached; }
+
+    QorRdgProgress Poll() override {
+        if (script.progress.empty())
+            return {};
+        QorRdgProgress next = script.progress.front();
+        script.progress.pop_front();
+        if (next.picture)
+            script.picture = next.picture;
+        return next;
+    }
+
+    QorPixelImage_var GetPicture() override { return script.picture; }
+
+private:
+    FakeScript& script;
+};
+
+class FakeEngine : public QorRdgEngine {
+public:
+    explicit FakeEngine(FakeScript& iScript) : script(iScript) {}
+
+    std::unique_ptr<QorRdgRender> Start(const QorRdgRequest& iRequest,
+                                        QorUnicodeString& oReason) override {
+        script.requests.push_back(iRequest);
+        oReason = script.refusal;
+        return script.refusal.IsNull() ? std::make_unique<FakeRender>(script) : nullptr;
+    }
+
+private:
+    FakeScript& script;
+};
+
+/// A world of nothing, and a display that writes down what it is told.
+class FakeWorld : public QorImplements<QorBaseUnknown, QorIRdgWorld> {
+public:
+    QorResult Collect(QorRdgSnapshot& /*oSnapshot*/) override { return S_OK; }
+};
+
+class FakeDisplay : public QorImplements<QorBaseUnknown, QorIRdgDisplay> {
+public:
+    QorResult Draw(QorPixelImage* iImage) override {
+        log.push_back("draw " + std::to_string(iImage->GetWidth()));
+        return S_OK;
+    }
+
+    QorResult Clear() override { return S_OK; }
+
+    QorResult CheckAbort(unsigned char& ioAbort) override {
+        if (ioAbort != 0)
+            abort = true;
+        ioAbort = abort ? 1 : 0;
+        return S_OK;
+    }
+
+    QorResult SetProgress(int& iPercent) override {
+        log.push_back(std::to_string(iPercent));
+        return S_OK;
+    }
+
+    QorResult SetMessage(QorUnicodeString& iText) override {
+        log.push_back(iText.Str());
+        return E_FAIL;
+    }
+
+    std::vector<std::string> log;
+    bool abort = false;
+};
