@@ -5,6 +5,7 @@
 
 /// Name of an event, interned: two are equal when their texts are, and compare in one step.
 /// The empty name names no event. Names live until the program ends.
+/// Thread-safe.
 class QorEventName {
 public:
     QorEventName() : QorEventName(std::string_view()) {}

@@ -21,6 +21,13 @@ Registrations& Table() {
     return *table;
 }
 
+/// Grows with every registration made or taken back, so that objects ask again what nothing
+/// answered.
+unsigned& CountRegistrations() {
+    static unsigned count = 0;
+    return count;
+}
+
 auto FindIn(std::vector<Registration>& iRegistrations, const QorInterfaceId& iInterface) {
     return std::find_if(iRegistrations.begin(), iRegistrations.end(),
                         [&](const Registration& iOne) { return *iOne.interface == iInterface; });
@@ -42,7 +49,7 @@ QorExtension::Factory FindFactory(const QorMetaObject& iClass, const QorInterfac
 
 QorImplementClass(QorExtension, QorBaseUnknown)
 
-    unsigned QorExtension::AddRef() {
+unsigned QorExtension::AddRef() {
     return owner->AddRef();
 }
 
@@ -57,6 +64,7 @@ QorResult QorExtension::QueryInterface(const QorInterfaceId& iInterface, void** 
 void QorExtension::Register(const char* iClass,
                             const QorInterfaceId& iInterface,
                             Factory iFactory) {
+    ++CountRegistrations();
     std::vector<Registration>& ofClass = Table()[iClass];
     const auto found = FindIn(ofClass, iInterface);
     if (found == ofClass.end())
@@ -66,6 +74,7 @@ void QorExtension::Register(const char* iClass,
 }
 
 void QorExtension::Unregister(const char* iClass, const QorInterfaceId& iInterface) {
+    ++CountRegistrations();
     const auto ofClass = Table().find(std::string_view(iClass));
     if (ofClass == Table().end())
         return;
@@ -75,15 +84,22 @@ void QorExtension::Unregister(const char* iClass, const QorInterfaceId& iInterfa
 }
 
 void* QorExtensionList::Find(QorBaseUnknown& iOwner, const QorInterfaceId& iInterface) {
+    if (registrations != CountRegistrations()) {
+        registrations = CountRegistrations();
+        std::erase_if(answers, [](const Answer& iAnswer) { return iAnswer.pointer == nullptr; });
+    }
     for (const Answer& answer : answers)
         if (*answer.interface == iInterface)
             return answer.pointer;
+    void* pointer = Make(iOwner, iInterface);
+    answers.push_back({&iInterface, pointer});
+    return pointer;
+}
+
+void* QorExtensionList::Make(QorBaseUnknown& iOwner, const QorInterfaceId& iInterface) {
     const QorExtension::Factory factory = FindFactory(iOwner.GetMetaObject(), iInterface);
     QorExtension* extension = factory != nullptr ? FindOrMake(iOwner, factory) : nullptr;
-    void* pointer = extension != nullptr ? extension->FindOwnInterface(iInterface) : nullptr;
-    if (pointer != nullptr)
-        answers.push_back({&iInterface, pointer});
-    return pointer;
+    return extension != nullptr ? extension->FindOwnInterface(iInterface) : nullptr;
 }
 
 QorExtension* QorExtensionList::FindOrMake(QorBaseUnknown& iOwner, QorExtension::Factory iFactory) {

@@ -8,9 +8,8 @@
 class QorExtension : public QorBaseUnknown {
     QorDeclareClass(QorExtension)
 
-        /// \p iOwner outlives the extension; no reference is taken.
-        explicit QorExtension(QorBaseUnknown* iOwner)
-        : owner(iOwner) {}
+    /// \p iOwner outlives the extension; no reference is taken.
+    explicit QorExtension(QorBaseUnknown* iOwner) : owner(iOwner) {}
 
     unsigned AddRef() override;
     unsigned Release() override;

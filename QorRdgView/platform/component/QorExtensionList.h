@@ -19,7 +19,7 @@ public:
 private:
     struct Answer {
         const QorInterfaceId* interface;
-        void* pointer;
+        void* pointer; ///< null: nothing is registered that answers it
     };
 
     struct Made {
@@ -27,8 +27,10 @@ private:
         QorExtension* extension;
     };
 
+    [[nodiscard]] void* Make(QorBaseUnknown& iOwner, const QorInterfaceId& iInterface);
     [[nodiscard]] QorExtension* FindOrMake(QorBaseUnknown& iOwner, QorExtension::Factory iFactory);
 
     std::vector<Answer> answers;
+    unsigned registrations = 0; ///< how many had been made or taken back when the answers were
     std::vector<Made> extensions;
 };

@@ -20,7 +20,7 @@ Registry& Classes() {
 } // namespace
 
 QorMetaObject::QorMetaObject(const char* iName, const QorMetaObject* iBase, Creator iCreate)
-    : name(iName), base(iBase), create(iCreate) {
+    : name(iName), eventName(iName), base(iBase), create(iCreate) {
     Registry& registry = Classes();
     const std::scoped_lock lock(registry.mutex);
     registry.classes.emplace(iName, this);

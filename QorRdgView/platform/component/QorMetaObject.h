@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/component/QorEventName.h"
+
 #include <atomic>
 #include <string>
 #include <utility>
@@ -25,6 +27,9 @@ public:
 
     [[nodiscard]] const QorMetaObject* GetBase() const { return base; }
 
+    /// The name as that of an event: notifications of the class are subscribed to by it.
+    [[nodiscard]] QorEventName GetEventName() const { return eventName; }
+
     /// Whether the class is the one named, or derives from it.
     [[nodiscard]] bool IsAKindOf(const char* iName) const;
     [[nodiscard]] bool IsAKindOf(const QorMetaObject& iClass) const;
@@ -44,6 +49,7 @@ public:
 
 private:
     const char* name;
+    QorEventName eventName;
     const QorMetaObject* base;
     Creator create;
     mutable std::atomic<long> live = 0;
@@ -70,7 +76,7 @@ public:                                                                         
     static const char* ClassName() {                                                               \
         return #Class;                                                                             \
     }                                                                                              \
-    static QorBaseUnknown* CreateItself();                                                         \
+    [[maybe_unused]] static QorBaseUnknown* CreateItself();                                        \
                                                                                                    \
 private:                                                                                           \
     [[no_unique_address]] QorLiveCounter<Class> _liveCounter;                                      \

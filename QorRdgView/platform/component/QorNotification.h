@@ -8,10 +8,12 @@
 class QorNotification : public QorBaseUnknown {
     QorDeclareClass(QorNotification)
 
-        QorNotification() = default;
+    QorNotification() = default;
 
     /// The event that subscribers name: by default the class name.
-    [[nodiscard]] virtual QorEventName GetEventName() const { return IsA(); }
+    [[nodiscard]] virtual QorEventName GetEventName() const {
+        return GetMetaObject().GetEventName();
+    }
 
 protected:
     ~QorNotification() override = default;

@@ -7,8 +7,7 @@
 
 QorImplementClass(QorCommand, QorBaseUnknown)
 
-    QorCommand::QorCommand(QorCommand* iFather, const QorString& iName)
-    : name(iName), father(iFather) {
+QorCommand::QorCommand(QorCommand* iFather, const QorString& iName) : name(iName), father(iFather) {
     if (father == nullptr)
         return;
     father->children.push_back(this);
@@ -20,6 +19,7 @@ QorCommand::~QorCommand() {
         QorCommand* last = children.back();
         children.pop_back();
         last->father = nullptr;
+        last->BeginDying();
         last->GiveBack();
     }
     if (father != nullptr)
@@ -48,16 +48,22 @@ bool QorCommand::SendNotification(QorCommand* iTo, QorNotification* iNotificatio
 }
 
 void QorCommand::RequestDelayedDestruction() {
-    if (dying)
+    if (!BeginDying())
         return;
-    dying = true;
-    Dying();
     const QorApplication* application = QorApplication::MainApplication();
     if (application == nullptr) {
         Destroy();
         return;
     }
     application->GetLoop().Post([self = QorVar<QorCommand>(this)] { self->Destroy(); });
+}
+
+bool QorCommand::BeginDying() {
+    if (dying)
+        return false;
+    dying = true;
+    Dying();
+    return true;
 }
 
 bool QorCommand::IsDying() const {

@@ -14,8 +14,8 @@ class QorCommand
     , public QorEventSubscriber {
     QorDeclareClass(QorCommand)
 
-        /// \p iFather may be null.
-        QorCommand(QorCommand* iFather, const QorString& iName);
+    /// \p iFather may be null.
+    QorCommand(QorCommand* iFather, const QorString& iName);
 
     [[nodiscard]] const QorString& GetName() const { return name; }
 
@@ -61,8 +61,8 @@ class QorCommand
 protected:
     ~QorCommand() override;
 
-    /// Called when destruction is asked for, while the command is still whole; and when its father
-    /// destroys it.
+    /// Called once, while the command is still whole: when its destruction is asked for, or when
+    /// its father is destroyed; then it has no father any more.
     virtual void Dying() {}
 
     virtual void ChildAdded(QorCommand& /*iChild*/) {}
@@ -70,6 +70,7 @@ protected:
     virtual void ChildRemoved(QorCommand& /*iChild*/) {}
 
 private:
+    bool BeginDying();
     void Destroy();
     void GiveBack();
 

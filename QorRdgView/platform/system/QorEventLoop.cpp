@@ -124,14 +124,29 @@ bool QorEventLoop::RunOneTurn(milliseconds iWait) {
     return ran;
 }
 
+/// One level deeper while it lives, however that ends.
+class QorEventLoop::Deeper {
+public:
+    explicit Deeper(QorEventLoop& iLoop) : loop(iLoop) { ++loop.depth; }
+
+    ~Deeper() {
+        --loop.depth;
+        loop.Wake(); // work that was held back for this depth
+    }
+
+    Deeper(const Deeper&) = delete;
+    Deeper& operator=(const Deeper&) = delete;
+
+private:
+    QorEventLoop& loop;
+};
+
 void QorEventLoop::RunNested(const std::function<bool()>& iDone) {
     constexpr milliseconds patience(
         50); // a host without Wake for its own events still looks now and then
-    ++depth;
+    const Deeper deeper(*this);
     while (!quitting && !iDone())
         RunOneTurn(patience);
-    --depth;
-    Wake(); // work that was held back for this depth
 }
 
 void QorEventLoop::Quit() {

@@ -94,6 +94,7 @@ private:
         bool repeat;
     };
 
+    class Deeper;
     bool RunOnePosted();
 
     mutable std::mutex mutex; ///< guards `posted` alone

@@ -114,7 +114,7 @@ bool IsGiven(const Number* iValues, int iCount) {
 
 QorImplementClass(QorSettingRepository, QorBaseUnknown)
 
-    QorSettingRepository::QorSettingRepository(QorString iName, std::string iPath)
+QorSettingRepository::QorSettingRepository(QorString iName, std::string iPath)
     : name(std::move(iName)), path(std::move(iPath)) {
     Load();
 }

@@ -18,9 +18,9 @@
 class QorSettingRepository : public QorBaseUnknown {
     QorDeclareClass(QorSettingRepository)
 
-        /// The repository of that name, read from disk the first time; null when it cannot be
-        /// opened: it is locked, or the name cannot be a file's. Kept until ForgetAll.
-        [[nodiscard]] static QorVar<QorSettingRepository> GetRepository(const QorString& iName);
+    /// The repository of that name, read from disk the first time; null when it cannot be
+    /// opened: it is locked, or the name cannot be a file's. Kept until ForgetAll.
+    [[nodiscard]] static QorVar<QorSettingRepository> GetRepository(const QorString& iName);
 
     /// Makes the next openings of a repository fail, or succeed again.
     static void SetLocked(const QorString& iName, bool iLocked);

@@ -58,3 +58,7 @@ private:
 [[nodiscard]] std::uint64_t QorGetCatalogState();
 /// The value of QorStartupPath that this state was made for.
 [[nodiscard]] const std::string& QorGetCatalogPath();
+
+/// The one store of each kind.
+[[nodiscard]] QorCatalogStore& QorGetMessageStore();
+[[nodiscard]] QorCatalogStore& QorGetResourceStore();

@@ -2,9 +2,7 @@
 
 #include "platform/text/QorCatalogLanguages.h"
 #include "platform/text/QorCatalogStore.h"
-#include "platform/text/QorMsgCatalog.h"
 #include "platform/text/QorPathList.h"
-#include "platform/text/QorRscCatalog.h"
 
 #include <unistd.h>
 
@@ -64,50 +62,17 @@ std::vector<std::string> ListMessageFiles(const std::string& iName) {
     return files;
 }
 
-QorCatalogStore& Messages() {
+} // namespace
+
+QorCatalogStore& QorGetMessageStore() {
     static QorCatalogStore store(&ListMessageFiles, false);
     return store;
 }
 
-QorCatalogStore& Resources() {
+QorCatalogStore& QorGetResourceStore() {
     static QorCatalogStore store(&ListResourceFiles, true);
     return store;
 }
-
-template <class Text>
-int BuildValue(const QorString& iCatalog, const QorString& iKey, Text& oValue) {
-    const std::string* value = Resources().Find(iCatalog.Str(), iKey.Str());
-    if (value == nullptr)
-        return 0;
-    oValue = Text(*value);
-    return 1;
-}
-
-/// The text with its parameters in place.
-QorUnicodeString Substitute(std::string_view iText, const QorMsgParameters& iParameters) {
-    std::string result;
-    for (std::size_t i = 0; i < iText.size(); ++i) {
-        const auto isMark = [&](std::size_t iAt) {
-            return iAt + 2 < iText.size() && iText[iAt] == '/' && iText[iAt + 1] == 'P' &&
-                   iText[iAt + 2] >= '1' && iText[iAt + 2] <= '9';
-        };
-        const bool escaped = iText[i] == '/' && isMark(i + 1);
-        if (escaped) {
-            result += iText.substr(i + 1, 3);
-            i += 3;
-        } else if (isMark(i)) {
-            const auto number = static_cast<std::size_t>(iText[i + 2] - '1');
-            if (number < iParameters.size())
-                result += iParameters[number].Str();
-            i += 2;
-        } else {
-            result += iText[i];
-        }
-    }
-    return QorUnicodeString(std::move(result));
-}
-
-} // namespace
 
 std::uint64_t QorGetCatalogState() {
     State& state = TheState();
@@ -138,37 +103,6 @@ void QorCatalogs::Refresh() {
 }
 
 void QorCatalogs::Clear() {
-    Messages().Clear();
-    Resources().Clear();
-}
-
-const std::string* QorMsgCatalog::FindMessage(std::string_view iCatalog, std::string_view iKey) {
-    return Messages().Find(iCatalog, iKey);
-}
-
-QorUnicodeString QorMsgCatalog::BuildMessage(const QorString& iCatalog,
-                                             const QorString& iKey,
-                                             const QorMsgParameters& iParameters) {
-    const std::string* text = FindMessage(iCatalog.Str(), iKey.Str());
-    return text != nullptr ? Substitute(*text, iParameters) : QorUnicodeString(iKey.Str());
-}
-
-QorUnicodeString QorMsgCatalog::BuildMessage(const QorString& iCatalog,
-                                             const QorString& iKey,
-                                             const QorMsgParameters& iParameters,
-                                             const QorUnicodeString& iDefault) {
-    const std::string* text = FindMessage(iCatalog.Str(), iKey.Str());
-    return Substitute(text != nullptr ? *text : iDefault.Str(), iParameters);
-}
-
-int QorRscCatalog::BuildResource(const QorString& iCatalog,
-                                 const QorString& iKey,
-                                 QorString& oValue) {
-    return BuildValue(iCatalog, iKey, oValue);
-}
-
-int QorRscCatalog::BuildResource(const QorString& iCatalog,
-                                 const QorString& iKey,
-                                 QorUnicodeString& oValue) {
-    return BuildValue(iCatalog, iKey, oValue);
+    QorGetMessageStore().Clear();
+    QorGetResourceStore().Clear();
 }
