@@ -51,15 +51,44 @@ bool AreSettled(const std::vector<QorFileStamp>& iStamps) {
     });
 }
 
-/// Adds the entries of a file; whether there is one.
-bool ReadFile(const std::string& iPath, QorCatalogEntries& ioEntries) {
+/// A file as it was read.
+struct FileText {
+    const std::string* path;
     std::string text;
-    const int error = QorReadFile(iPath, text);
-    if (error == 0)
-        QorReadCatalogText(text, iPath, ioEntries);
-    else if (error != ENOENT && error != ENOTDIR)
-        QorWarn(iPath + ": cannot be read: " + std::strerror(error));
-    return error == 0;
+    int error;
+};
+
+/// The files that are there; with \p iFirstOnly up to the first that can be read.
+std::vector<FileText> ReadTexts(const std::vector<QorFileStamp>& iFiles, bool iFirstOnly) {
+    std::vector<FileText> texts;
+    for (const QorFileStamp& file : iFiles) {
+        if (file.size < 0)
+            continue;
+        FileText& text = texts.emplace_back(FileText{.path = &file.path, .text = {}, .error = 0});
+        text.error = QorReadFile(file.path, text.text);
+        if (iFirstOnly && text.error == 0)
+            break;
+    }
+    return texts;
+}
+
+/// A number that differs when a path, a text or an error does.
+std::size_t Digest(const std::vector<FileText>& iTexts) {
+    constexpr std::size_t prime = 1'000'003;
+    std::size_t digest = 1;
+    for (const FileText& file : iTexts)
+        for (const std::size_t part :
+             {std::hash<std::string>()(*file.path), std::hash<std::string>()(file.text),
+              static_cast<std::size_t>(file.error)})
+            digest = digest * prime + part;
+    return digest;
+}
+
+void AddEntries(const FileText& iFile, QorCatalogEntries& ioEntries) {
+    if (iFile.error == 0)
+        QorReadCatalogText(iFile.text, *iFile.path, ioEntries);
+    else if (iFile.error != ENOENT && iFile.error != ENOTDIR)
+        QorWarn(*iFile.path + ": cannot be read: " + std::strerror(iFile.error));
 }
 
 } // namespace
@@ -104,8 +133,12 @@ void QorCatalogStore::Compare(const std::string& iName, Catalog& ioCatalog) cons
 }
 
 void QorCatalogStore::Read(Catalog& ioCatalog) const {
+    const std::vector<FileText> texts = ReadTexts(ioCatalog.files, firstOnly);
+    const std::size_t digest = Digest(texts);
+    if (digest == ioCatalog.digest)
+        return; // read again only because the files are young; the same warnings are not for twice
+    ioCatalog.digest = digest;
     ioCatalog.entries.clear();
-    for (const QorFileStamp& file : ioCatalog.files)
-        if (file.size >= 0 && ReadFile(file.path, ioCatalog.entries) && firstOnly)
-            return;
+    for (const FileText& file : texts)
+        AddEntries(file, ioCatalog.entries);
 }

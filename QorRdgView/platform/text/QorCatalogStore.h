@@ -38,6 +38,7 @@ private:
     struct Catalog {
         std::uint64_t checked = 0; ///< the state of QorCatalogs that it was last compared at
         bool settled = false;      ///< no file is so young that a change of it could go unnoticed
+        std::size_t digest = 0;    ///< of what the entries were read from
         std::vector<QorFileStamp> files;
         QorCatalogEntries entries;
     };
