@@ -78,6 +78,10 @@ Result<PicturePtr> Picture::create(int width, int height, std::vector<float> rgb
 
 Picture::Picture(Level base, PictureEncoding encoding)
     : encoding_(encoding), identity_(++_lastIdentity) {
+    for (std::size_t i = 3; i < base.bytes.size(); i += 4)
+        opaque_ = opaque_ && base.bytes[i] == 255;
+    for (std::size_t i = 3; i < base.floats.size(); i += 4)
+        opaque_ = opaque_ && base.floats[i] >= 1.0F;
     levels_.push_back(std::move(base));
     buildLevels();
 }

@@ -45,6 +45,9 @@ public:
 
     std::size_t memory() const;
 
+    /// Whether every texel's alpha is 1.
+    bool isOpaque() const { return opaque_; }
+
     /// The texel of column \p x and row \p y of the full picture, both inside it.
     Texel texel(int x, int y) const { return fetch(levels_.front(), x, y); }
 
@@ -73,6 +76,7 @@ private:
     std::vector<Level> levels_;
     PictureEncoding encoding_;
     std::uint64_t identity_;
+    bool opaque_ = true;
 };
 
 using PicturePtr = std::shared_ptr<const Picture>;

@@ -1,0 +1,97 @@
+#include "workbench/engine/core/Film.h"
+
+#include <algorithm>
+
+namespace qor::engine {
+
+BlockGrid::BlockGrid(const RenderOptions& options)
+    : pictureWidth(options.width), pictureHeight(options.height) {
+    const Region region = clippedRegion(options);
+    left = region.x;
+    right = region.x + region.width;
+    top = options.height - region.y - region.height;
+    bottom = options.height - region.y;
+    firstX = left / blockWidth;
+    firstY = top / blockHeight;
+    columns = (right - 1) / blockWidth - firstX + 1;
+    rows = (bottom - 1) / blockHeight - firstY + 1;
+}
+
+Film::Film(const RenderOptions& options)
+    : grid_(options)
+    , blocks_(grid_.count())
+    , counts_(grid_.count())
+    , coarse_(static_cast<std::size_t>(grid_.columns) *
+              static_cast<std::size_t>((grid_.rows + 1) / 2)) {}
+
+void Film::add(std::size_t index, const BlockSums& sums, int samples) {
+    const std::scoped_lock lock(lockOf(index));
+    if (frozen_)
+        return;
+    BlockSums& block = blocks_[index];
+    for (std::size_t i = 0; i < sums.rgba.size(); ++i)
+        block.rgba[i] += sums.rgba[i];
+    for (std::size_t i = 0; i < sums.squares.size(); ++i)
+        block.squares[i] += sums.squares[i];
+    counts_[index] += static_cast<std::uint32_t>(samples);
+}
+
+void Film::setCoarse(std::size_t cell, const std::array<float, 4>& rgba) {
+    // The lock of one of its blocks is as good as any.
+    const std::scoped_lock lock(lockOf(cell));
+    if (!frozen_)
+        coarse_[cell] = rgba;
+}
+
+void Film::freeze() {
+    frozen_ = true;
+    // Whoever is adding holds a lock; whoever comes after sees the flag.
+    for (std::mutex& lock : locks_)
+        const std::scoped_lock passed(lock);
+}
+
+void Film::snapshot(Image& image) const {
+    image.width = grid_.pictureWidth;
+    image.height = grid_.pictureHeight;
+    image.rgba.assign(
+        static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height) * 4, 0.0F);
+    for (int row = 0; row < grid_.rows; ++row)
+        for (int column = 0; column < grid_.columns; ++column)
+            showBlock(image, column, row);
+}
+
+void Film::showBlock(Image& image, int column, int row) const {
+    const std::size_t index = grid_.index(column, row);
+    BlockSums sums;
+    std::uint32_t count = 0;
+    {
+        const std::scoped_lock lock(lockOf(index));
+        sums = blocks_[index];
+        count = counts_[index];
+    }
+    std::array<float, 4> instead{};
+    if (count == 0) {
+        const std::size_t cell = grid_.index(column, row / 2);
+        const std::scoped_lock lock(lockOf(cell));
+        instead = coarse_[cell];
+    }
+    const float scale = count > 0 ? 1.0F / static_cast<float>(count) : 0.0F;
+    for (int i = 0; i < blockPixels; ++i) {
+        const int x = grid_.pixelX(column) + i % blockWidth;
+        const int y = grid_.pixelY(row) + i / blockWidth;
+        if (!grid_.contains(x, y))
+            continue;
+        float* pixel = image.pixel(x, y);
+        for (int channel = 0; channel < 4; ++channel)
+            pixel[channel] = count > 0
+                                 ? sums.rgba[static_cast<std::size_t>(i * 4 + channel)] * scale
+                                 : instead[static_cast<std::size_t>(channel)];
+    }
+}
+
+std::size_t Film::memory() const {
+    return blocks_.size() * sizeof(BlockSums) + counts_.size() * sizeof(counts_[0]) +
+           coarse_.size() * sizeof(coarse_[0]);
+}
+
+} // namespace qor::engine

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "workbench/engine/core/Image.h"
+#include "workbench/engine/core/RenderOptions.h"
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+#include <vector>
+
+namespace qor::engine {
+
+/// Pixels are rendered in blocks of 4 × 2, aligned to the whole picture, and stored in them.
+constexpr int blockWidth = 4;
+constexpr int blockHeight = 2;
+constexpr int blockPixels = blockWidth * blockHeight;
+/// Blocks are handed out in tiles of this many.
+constexpr int tileBlocksX = 8;
+constexpr int tileBlocksY = 16;
+
+/// Samples of one block, summed up by pixel.
+struct BlockSums {
+    std::array<float, blockPixels * 4> rgba{};
+    std::array<float, blockPixels> squares{}; ///< of luminance
+};
+
+/// Where the blocks of a picture's region lie.
+struct BlockGrid {
+    explicit BlockGrid(const RenderOptions& options);
+
+    int pictureWidth;
+    int pictureHeight;
+    int left; ///< region in pixels, rows from the top
+    int top;
+    int right; ///< one beyond
+    int bottom;
+    int firstX; ///< blocks
+    int firstY;
+    int columns;
+    int rows;
+
+    std::size_t count() const {
+        return static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
+    }
+
+    int tilesX() const { return (columns + tileBlocksX - 1) / tileBlocksX; }
+
+    int tilesY() const { return (rows + tileBlocksY - 1) / tileBlocksY; }
+
+    std::size_t index(int column, int row) const {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
+               static_cast<std::size_t>(column);
+    }
+
+    /// Column or row of the first pixel of a block.
+    int pixelX(int column) const { return (firstX + column) * blockWidth; }
+
+    int pixelY(int row) const { return (firstY + row) * blockHeight; }
+
+    bool contains(int x, int y) const { return x >= left && x < right && y >= top && y < bottom; }
+};
+
+/// The pixels of a render: sums of samples. Workers add to it and anybody may take a picture of it
+/// at any time.
+class Film {
+public:
+    explicit Film(const RenderOptions& options);
+
+    const BlockGrid& grid() const { return grid_; }
+
+    /// Adds \p samples samples a pixel to block \p index.
+    void add(std::size_t index, const BlockSums& sums, int samples);
+    /// Shows \p rgba in the 4 × 4 pixels of coarse cell \p cell until they have samples. A cell is
+    /// two blocks, one above the other.
+    void setCoarse(std::size_t cell, const std::array<float, 4>& rgba);
+
+    int coarseRows() const { return (grid_.rows + 1) / 2; }
+
+    /// What is there so far of block \p index; only by the one who adds to it.
+    const BlockSums& sums(std::size_t index) const { return blocks_[index]; }
+
+    std::uint32_t samples(std::size_t index) const { return counts_[index]; }
+
+    /// From now on nothing changes any more.
+    void freeze();
+
+    /// Copies all into \p image, which is resized to the whole picture.
+    void snapshot(Image& image) const;
+
+    std::size_t memory() const;
+
+private:
+    static constexpr std::size_t lockCount = 64;
+
+    std::mutex& lockOf(std::size_t index) const { return locks_[index / 64 % lockCount]; }
+
+    void showBlock(Image& image, int column, int row) const;
+
+    BlockGrid grid_;
+    std::atomic<bool> frozen_{false};
+    std::vector<BlockSums> blocks_;
+    std::vector<std::uint32_t> counts_;
+    std::vector<std::array<float, 4>> coarse_;
+    mutable std::array<std::mutex, lockCount> locks_;
+};
+
+} // namespace qor::engine

@@ -1,0 +1,105 @@
+// The ground on the way of a path: a floor that may be see-through, mirror objects, and catch
+// shadows.
+#include "workbench/engine/core/PathTracer.h"
+
+namespace qor::engine {
+
+namespace {
+
+constexpr Color white{1.0F, 1.0F, 1.0F};
+
+float ratio(float lit, float whole) {
+    return whole > 0.0F ? std::clamp(lit / whole, 0.0F, 1.0F) : 1.0F;
+}
+
+} // namespace
+
+bool PathTracer::meetGround(
+    PathState& state, Sampler& sampler, float t, Surface& surface, PathResult& result) {
+    const Ground& ground = scene_.scene().ground;
+    surface = groundAt(scene_, state.origin + state.direction * t, state.direction, t);
+    surface.footprint = state.cone.at(t);
+    if (state.straight && !state.lightsOnly) {
+        shadeGround(state, sampler, surface, result);
+    } else if (ground.transparency < 1.0F && sampler.next1D() >= ground.transparency) {
+        return true;
+    }
+    state.origin = surface.position - surface.normal * surface.offset;
+    state.tNear = 0.0F;
+    state.cone.width = surface.footprint;
+    return false;
+}
+
+/// A mirror image covers the floor only where an object is mirrored, unless the surroundings are
+/// the background, too.
+void PathTracer::shadeGround(PathState& state,
+                             Sampler& sampler,
+                             const Surface& surface,
+                             PathResult& result) {
+    const Ground& ground = scene_.scene().ground;
+    float covered = 0.0F;
+    Color light;
+    if (ground.reflectivity > 0.0F && state.budget.reflections > 0 && state.budget.total > 0) {
+        const PathResult mirror = mirrorInGround(state, surface, sampler);
+        const bool everywhere = scene_.scene().background.kind == Background::Kind::environment;
+        covered = ground.reflectivity * (everywhere ? 1.0F : mirror.alpha);
+        light = mirror.color * covered;
+    }
+    const Vertex vertex = vertexAt(state, surface);
+    const float floor = (1.0F - covered) * (1.0F - ground.transparency);
+    if (floor > 0.0F)
+        light += (directLight(vertex, sampler) + indirectLight(vertex, state, sampler)) * floor;
+    result.color += state.throughput * light;
+
+    const float through = (1.0F - covered) * ground.transparency;
+    state.uncovered *= through;
+    state.throughput *= through > 0.0F ? groundShadow(vertex, sampler) * through : Color{};
+}
+
+PathResult
+PathTracer::mirrorInGround(const PathState& state, const Surface& surface, Sampler& sampler) {
+    PathState mirror = state;
+    mirror.origin = surface.origin(surface.normal);
+    mirror.direction =
+        normalize(state.direction - surface.normal * (2.0F * dot(state.direction, surface.normal)));
+    mirror.tNear = 0.0F;
+    mirror.throughput = white;
+    mirror.uncovered = 1.0F;
+    mirror.seesBackground = false;
+    mirror.bounces = 0;
+    mirror.cone.width = surface.footprint;
+    --mirror.budget.reflections;
+    --mirror.budget.total;
+    ++counts_.reflection;
+    return trace(mirror, sampler);
+}
+
+/// Share of the light that would arrive at \p vertex without the objects: what see-through ground
+/// shows of them.
+Color PathTracer::groundShadow(const Vertex& vertex, Sampler& sampler) {
+    const LightSampler& lights = scene_.lights();
+    Color whole = scene_.ambient() * pi;
+    Color lit = whole;
+    for (int i = 0; i < lights.count(); ++i) {
+        const LightSample light = lights.sample(i, vertex.surface.position,
+                                                lights.isDelta(i) ? Vec2{} : sampler.next2D());
+        const float cosTheta = dot(light.direction, vertex.surface.normal);
+        if (!(light.pdf > 0.0F) || cosTheta <= 0.0F)
+            continue;
+        const Color share =
+            light.radiance * (std::isfinite(light.pdf) ? cosTheta / light.pdf : cosTheta);
+        whole += share;
+        lit += light.castsShadows ? share * visibility(vertex.surface, light) : share;
+    }
+    const EnvironmentMap& environment = scene_.environment();
+    if (!environment.isBlack() && !environment.isSampled()) {
+        const Vec3 up = Frame(vertex.surface.normal).toWorld(cosineHemisphere(sampler.next2D()));
+        const Color share = environment.radiance(up, 0.0F) * pi;
+        whole += share;
+        const float infinity = std::numeric_limits<float>::infinity();
+        lit += share * visibility(vertex.surface, {up, infinity, white, infinity, true});
+    }
+    return {ratio(lit.x, whole.x), ratio(lit.y, whole.y), ratio(lit.z, whole.z)};
+}
+
+} // namespace qor::engine

@@ -1,0 +1,214 @@
+#include "workbench/engine/core/PathTracer.h"
+
+#include "workbench/engine/core/GatherCache.h"
+
+namespace qor::engine {
+
+namespace {
+
+constexpr float infinity = std::numeric_limits<float>::infinity();
+/// Layers of cut-out or see-through surfaces that one ray passes.
+constexpr int maxLayers = 64;
+/// After a diffuse bounce, reflectors are at least this rough unless caustics are asked for: what
+/// they focus could be found only by chance, as speckles.
+constexpr float calmRoughness = 0.4F;
+/// From here on paths end by chance in proportion to what they still carry.
+constexpr int bouncesBeforeRoulette = 3;
+/// Lights that each surface seen by the camera, and each one behind, looks at.
+constexpr int looksAtFirst = 16;
+constexpr int looksLater = 2;
+/// How far a footprint opens at a diffuse bounce.
+constexpr float diffuseSpread = 0.2F;
+
+} // namespace
+
+PathBudget PathTracer::fullBudget() const {
+    const TraceDepth& depth = options_.depth;
+    const int bounces =
+        options_.finalGather.on ? std::max(1, depth.diffuseBounces) : depth.diffuseBounces;
+    return {options_.raytracing ? depth.reflections : 0,
+            options_.raytracing ? depth.refractions : 0, bounces, std::max(depth.total, bounces)};
+}
+
+PathResult PathTracer::trace(PathState state, Sampler& sampler) {
+    PathResult result;
+    Surface surface;
+    while (advance(state, sampler, surface, result)) {
+        const Vertex vertex = vertexAt(state, surface);
+        result.color += state.throughput * (directLight(vertex, sampler) + ownLight(vertex, state));
+        if (!scatter(state, vertex, sampler))
+            break;
+    }
+    return result;
+}
+
+Color PathTracer::indirectLight(const Vertex& vertex, PathState state, Sampler& sampler) {
+    const Color own = ownLight(vertex, state);
+    state.throughput = {1.0F, 1.0F, 1.0F};
+    return scatter(state, vertex, sampler) ? own + trace(state, sampler).color : own;
+}
+
+Color PathTracer::ownLight(const Vertex& vertex, const PathState& state) const {
+    Color light = emitted(state, vertex.surface) + vertex.bsdf.diffuseAlbedo() * scene_.ambient();
+    if (vertex.gathered)
+        light += vertex.bsdf.diffuseAlbedo() * vertex.gatheredIrradiance / pi;
+    return light;
+}
+
+bool PathTracer::advance(PathState& state, Sampler& sampler, Surface& surface, PathResult& result) {
+    for (int layer = 0; layer < maxLayers; ++layer) {
+        const Hit hit = scene_.hasObjects()
+                            ? scene_.structure().intersect(
+                                  {state.origin, state.direction, state.tNear, infinity})
+                            : Hit{};
+        const float farthest = hit ? hit.t : infinity;
+        const float ground =
+            hitGround(scene_.scene().ground, state.origin, state.direction, farthest);
+        result.color +=
+            state.throughput * lightsOnTheWay(state, ground >= 0.0F ? ground : farthest);
+        if (ground >= 0.0F) {
+            if (meetGround(state, sampler, ground, surface, result))
+                return !state.lightsOnly;
+            if (!(maxComponent(state.throughput) > 0.0F))
+                return false;
+            continue;
+        }
+        if (!hit) {
+            result.color += state.throughput * leaving(state);
+            if (state.bounces == 0)
+                result.alpha = 1.0F - state.uncovered;
+            return false;
+        }
+        surface = surfaceAt(scene_, hit, state.direction, state.cone);
+        if (surface.material.opacity >= 1.0F || sampler.next1D() < surface.material.opacity) {
+            if (state.lightsOnly)
+                result.color += state.throughput * (emitted(state, surface) +
+                                                    (state.straight ? scene_.ambient() : Color{}));
+            return !state.lightsOnly;
+        }
+        state.origin = surface.position - surface.geometricNormal * surface.offset;
+        state.tNear = 0.0F;
+        state.cone.width = surface.footprint;
+    }
+    return false;
+}
+
+Vertex PathTracer::vertexAt(const PathState& state, const Surface& surface) const {
+    SurfaceMaterial material = surface.material;
+    if (!state.straight && !options_.caustics && material.transmission == 0.0F) {
+        material.roughness = std::max(material.roughness, calmRoughness);
+        material.clearcoatRoughness = std::max(material.clearcoatRoughness, calmRoughness);
+    }
+    Vertex vertex{surface, Bsdf(material, surface.normal, surface.toEye, surface.frontFace),
+                  {},      1.0F,
+                  false,   {}};
+    if (cache_ != nullptr && state.straight && maxComponent(vertex.bsdf.diffuseAlbedo()) > 0.0F)
+        vertex.gathered =
+            cache_->irradiance(surface.position, surface.normal, vertex.gatheredIrradiance);
+    const int lights = scene_.lights().count();
+    const int looks = state.straight ? looksAtFirst : looksLater;
+    vertex.lightPick =
+        lights > looks ? static_cast<float>(looks) / static_cast<float>(lights) : 1.0F;
+    setProbabilities(state, vertex);
+    return vertex;
+}
+
+bool PathTracer::exhausted(const PathBudget& budget, Lobe lobe) {
+    if (budget.total <= 0)
+        return true;
+    switch (lobe) {
+    case Lobe::diffuse:
+        return budget.diffuse <= 0;
+    case Lobe::transmission:
+        return budget.refractions <= 0;
+    case Lobe::specular:
+    case Lobe::clearcoat:
+        return budget.reflections <= 0;
+    }
+    return true;
+}
+
+/// Lobes are chosen in proportion to what they return. One whose budget is used up still looks for
+/// lights, if there are any that only it can find.
+void PathTracer::setProbabilities(const PathState& state, Vertex& vertex) const {
+    const bool constantEnvironment =
+        !scene_.environment().isBlack() && !scene_.environment().isSampled();
+    const bool ambient = state.straight && maxComponent(scene_.ambient()) > 0.0F;
+    float sum = 0.0F;
+    for (int i = 0; i < lobeCount; ++i) {
+        const Lobe lobe{i};
+        const bool diffuse = lobe == Lobe::diffuse;
+        if (diffuse && vertex.gathered)
+            continue;
+        if (exhausted(state.budget, lobe) &&
+            !(diffuse ? constantEnvironment : scene_.lights().canBeHit() || ambient))
+            continue;
+        vertex.probability[static_cast<std::size_t>(i)] = vertex.bsdf.albedo(lobe);
+        sum += vertex.bsdf.albedo(lobe);
+    }
+    if (sum > 0.0F)
+        for (float& p : vertex.probability)
+            p /= sum;
+}
+
+bool PathTracer::scatter(PathState& state, const Vertex& vertex, Sampler& sampler) {
+    float choice = vertex.bsdf.isDiffuseOnly() ? 0.0F : sampler.next1D();
+    int index = 0;
+    while (index < lobeCount - 1 && choice >= vertex.probability[static_cast<std::size_t>(index)])
+        choice -= vertex.probability[static_cast<std::size_t>(index++)];
+    const float probability = vertex.probability[static_cast<std::size_t>(index)];
+    if (!(probability > 0.0F))
+        return false;
+    const Lobe lobe{index};
+    const LobeSample sample = vertex.bsdf.sample(lobe, sampler.next2D());
+    if (!sample.valid)
+        return false;
+
+    const Surface& surface = vertex.surface;
+    state.direction = sample.direction;
+    if (const float c = dot(sample.direction, surface.geometricNormal);
+        lobe != Lobe::transmission && c < 0.0F)
+        state.direction = normalize(sample.direction - surface.geometricNormal * (2.0F * c));
+    state.origin = surface.origin(lobe == Lobe::transmission ? -surface.normal : surface.normal);
+    state.tNear = 0.0F;
+    state.throughput *= sample.weight / probability;
+    state.pdf = sample.pdf * probability;
+    state.lightPick = vertex.lightPick;
+    state.lightsOnly = exhausted(state.budget, lobe);
+    // Behind a diffuse bounce, light through glass has been counted as if it came straight.
+    const bool straightened = !state.straight && !options_.caustics && vertex.bsdf.isDelta(lobe);
+    state.lightsCounted = lobe == Lobe::diffuse || straightened;
+    state.straight = state.straight && lobe != Lobe::diffuse;
+    state.seesBackground = state.seesBackground && lobe == Lobe::transmission;
+    state.cone.width = surface.footprint;
+    state.cone.spread =
+        lobe == Lobe::diffuse ? diffuseSpread : state.cone.spread + vertex.bsdf.alpha(lobe) * 0.25F;
+    --state.budget.total;
+    state.budget.diffuse -= lobe == Lobe::diffuse ? 1 : 0;
+    state.budget.refractions -= lobe == Lobe::transmission ? 1 : 0;
+    state.budget.reflections -= lobe == Lobe::specular || lobe == Lobe::clearcoat ? 1 : 0;
+    ++state.bounces;
+    countRay(lobe);
+    return survives(state, sampler);
+}
+
+bool PathTracer::survives(PathState& state, Sampler& sampler) const {
+    const float carried = maxComponent(state.throughput);
+    if (!(carried > 0.0F))
+        return false;
+    if (state.bounces <= bouncesBeforeRoulette || carried >= 1.0F)
+        return true;
+    const float chance = std::max(0.05F, carried);
+    if (sampler.next1D() >= chance)
+        return false;
+    state.throughput *= 1.0F / chance;
+    return true;
+}
+
+void PathTracer::countRay(Lobe lobe) {
+    counts_.diffuse += lobe == Lobe::diffuse ? 1 : 0;
+    counts_.refraction += lobe == Lobe::transmission ? 1 : 0;
+    counts_.reflection += lobe == Lobe::specular || lobe == Lobe::clearcoat ? 1 : 0;
+}
+
+} // namespace qor::engine

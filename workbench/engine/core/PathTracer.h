@@ -1,0 +1,128 @@
+#pragma once
+
+#include "workbench/engine/core/RenderStats.h"
+#include "workbench/engine/core/Sampler.h"
+#include "workbench/engine/core/Surface.h"
+
+#include <array>
+#include <limits>
+
+namespace qor::engine {
+
+class GatherCache;
+
+/// What a ray may still do.
+struct PathBudget {
+    int reflections = 0;
+    int refractions = 0;
+    int diffuse = 0;
+    int total = 0;
+};
+
+/// A ray on its way, and what it has to know of its past.
+struct PathState {
+    Vec3 origin;
+    Vec3 direction; ///< unit
+    float tNear = 0.0F;
+    Color throughput{1.0F, 1.0F, 1.0F};
+    PathBudget budget;
+    RayCone cone;
+    Vec2 raster; ///< place in the picture, 0..1 from the top left, for the background
+    /// Density with which the last surface chose this direction; infinite: no light sampling could
+    /// have.
+    float pdf = std::numeric_limits<float>::infinity();
+    float lightPick = 1.0F; ///< expected number of looks of the last surface at a given light
+    float uncovered = 1.0F; ///< what see-through ground has left of the background
+    int bounces = 0;        ///< surfaces that have scattered it
+    bool lightsCounted =
+        false;               ///< the last surface has already seen all lights that can be sampled
+    bool lightsOnly = false; ///< budget used up: what shines counts, surfaces are not shaded
+    bool straight = true;    ///< from the camera through mirrors and glass only
+    bool seesBackground = true; ///< from the camera through glass only
+};
+
+/// A surface with its scattering and how its lobes will be chosen.
+struct Vertex {
+    Surface surface;
+    Bsdf bsdf;
+    std::array<float, lobeCount> probability{}; ///< to go on with a lobe
+    float lightPick = 1.0F;
+    bool gathered = false; ///< indirect diffuse light comes from the cache
+    Color gatheredIrradiance;
+};
+
+/// What a camera ray brought back.
+struct PathResult {
+    Color color;
+    float alpha = 1.0F;
+};
+
+/// Follows single rays. One object for each task: it counts rays. Method: path tracing with light
+/// sampling and multiple importance sampling (Veach 1997, ch. 9), lobe by lobe: each is sampled
+/// with its own density and weighted alone, so that every kind of bounce can have a depth of its
+/// own.
+class PathTracer {
+public:
+    PathTracer(const CompiledScene& scene, const RenderOptions& options, const GatherCache* cache)
+        : scene_(scene), options_(options), cache_(cache) {}
+
+    PathBudget fullBudget() const;
+
+    /// Light that arrives along \p state.
+    PathResult trace(PathState state, Sampler& sampler);
+
+    /// Scattering at a surface reached by \p state.
+    Vertex vertexAt(const PathState& state, const Surface& surface) const;
+    /// All that a vertex sends back along \p state except the direct light of lights that are
+    /// sampled.
+    Color indirectLight(const Vertex& vertex, PathState state, Sampler& sampler);
+    /// What it sends back of lights that are sampled.
+    Color directLight(const Vertex& vertex, Sampler& sampler);
+
+    /// One light's share, still to be multiplied by visibility(); black if there is none.
+    static Color unshadowed(const Vertex& vertex, const LightSample& light);
+    /// The part of \p light that gets to \p surface.
+    Color visibility(const Surface& surface, const LightSample& light);
+    /// The ray from \p surface towards \p light; its end is not positive where nothing can lie
+    /// between.
+    static Ray shadowRay(const Surface& surface, const LightSample& light);
+    /// What the ground leaves of light that comes along \p ray.
+    float groundTransparency(const Ray& ray) const;
+
+    /// What a ray sees of lights that are no surfaces, up to \p farthest.
+    Color lightsOnTheWay(const PathState& state, float farthest) const;
+    /// What a ray sees that leaves the scene.
+    Color leaving(const PathState& state) const;
+
+    RayCounts& counts() { return counts_; }
+
+private:
+    /// Goes on to the next surface to be shaded, adding what shines on the way. False if there is
+    /// none.
+    bool advance(PathState& state, Sampler& sampler, Surface& surface, PathResult& result);
+    Color background(const PathState& state) const;
+    Color ownLight(const Vertex& vertex, const PathState& state) const;
+    Color emitted(const PathState& state, const Surface& surface) const;
+    float lightWeight(const PathState& state, float lightPdf) const;
+    /// The ground on the way of \p state; true if it is to be shaded like any other surface, else
+    /// \p state goes on below with what is left of its throughput.
+    bool
+    meetGround(PathState& state, Sampler& sampler, float t, Surface& surface, PathResult& result);
+    void
+    shadeGround(PathState& state, Sampler& sampler, const Surface& surface, PathResult& result);
+    Color groundShadow(const Vertex& vertex, Sampler& sampler);
+    PathResult mirrorInGround(const PathState& state, const Surface& surface, Sampler& sampler);
+    Color marchVisibility(Ray ray);
+    void setProbabilities(const PathState& state, Vertex& vertex) const;
+    static bool exhausted(const PathBudget& budget, Lobe lobe);
+    bool scatter(PathState& state, const Vertex& vertex, Sampler& sampler);
+    bool survives(PathState& state, Sampler& sampler) const;
+    void countRay(Lobe lobe);
+
+    const CompiledScene& scene_;
+    const RenderOptions& options_;
+    const GatherCache* cache_;
+    RayCounts counts_;
+};
+
+} // namespace qor::engine

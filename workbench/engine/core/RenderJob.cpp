@@ -1,0 +1,294 @@
+#include "workbench/engine/core/RenderJob.h"
+
+#include <tbb/parallel_for.h>
+#include <tbb/task_arena.h>
+
+#include <exception>
+#include <new>
+
+#if defined(__SSE__)
+#include <xmmintrin.h>
+#endif
+
+namespace qor::engine {
+
+namespace {
+
+constexpr std::chrono::milliseconds notifyInterval{20};
+/// Blocks that a worker takes at a time.
+constexpr std::size_t blocksAtATime = 64;
+
+/// Numbers too small for full precision are taken for 0 while this lives: they cost a hundred times
+/// as much.
+class FlushDenormals {
+public:
+#if defined(__SSE__)
+    FlushDenormals() : saved_(_mm_getcsr()) {
+        constexpr unsigned flushToZero = 0x8000;
+        constexpr unsigned denormalsAreZero = 0x0040;
+        _mm_setcsr(saved_ | flushToZero | denormalsAreZero);
+    }
+
+    ~FlushDenormals() {
+        _mm_setcsr(saved_);
+    }
+#else
+    FlushDenormals() = default;
+    ~FlushDenormals() = default;
+#endif
+    FlushDenormals(const FlushDenormals&) = delete;
+    FlushDenormals(FlushDenormals&&) = delete;
+    FlushDenormals& operator=(const FlushDenormals&) = delete;
+    FlushDenormals& operator=(FlushDenormals&&) = delete;
+
+private:
+    unsigned saved_ = 0;
+};
+
+double secondsSince(std::chrono::steady_clock::time_point start) {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// For the coarse picture: what can be had at once.
+RenderOptions coarseOptions(RenderOptions options) {
+    options.finalGather.on = false;
+    options.depth.diffuseBounces = 0;
+    options.depth.total = std::min(options.depth.total, 4);
+    return options;
+}
+
+} // namespace
+
+RenderJob::RenderJob(Scene scene,
+                     const Camera& camera,
+                     const RenderOptions& options,
+                     Render::Listener listener)
+    : scene_(std::move(scene))
+    , camera_(camera)
+    , options_(options)
+    , film_(options)
+    , listener_(std::move(listener)) {
+    stats_.filmBytes = film_.memory();
+}
+
+void RenderJob::run() {
+    try {
+        tbb::task_arena arena(options_.threads > 0 ? options_.threads : tbb::task_arena::automatic);
+        arena.execute([this] { render(); });
+    } catch (const std::bad_alloc&) {
+        end(RenderState::failed, {ErrorCode::outOfMemory, "not enough memory to render"});
+    } catch (const std::exception& failure) {
+        end(RenderState::failed, {ErrorCode::internal, failure.what()});
+    }
+}
+
+void RenderJob::render() {
+    const auto compiled = CompiledScene::create(scene_, options_);
+    if (!compiled)
+        return end(RenderState::failed, compiled.error());
+    const CompiledScene& scene = *compiled.value();
+    {
+        const std::scoped_lock lock(stateMutex_);
+        stats_.prepareSeconds = secondsSince(started_);
+        stats_.sceneBytes = scene.memory() + structureMemory();
+    }
+    if (options_.progressive && !renderCoarse(scene))
+        return end(RenderState::aborted, {});
+    {
+        const std::scoped_lock lock(stateMutex_);
+        if (state_ == RenderState::preparing)
+            state_ = RenderState::tracing;
+    }
+    if (!renderPasses(scene, nullptr))
+        return end(RenderState::aborted, {});
+    fraction_ = 1.0F;
+    end(RenderState::finished, {});
+}
+
+/// Hands out \p items, \p grain at a time in their order, to as many workers as the arena has.
+template <typename Task>
+void RenderJob::onWorkers(std::size_t items, std::size_t grain, const Task& task) {
+    std::atomic<std::size_t> next{0};
+    const int workers = tbb::this_task_arena::max_concurrency();
+    tbb::parallel_for(
+        0, workers,
+        [&](int) {
+            const FlushDenormals flush;
+            auto worker = task();
+            for (std::size_t first = next.fetch_add(grain); first < items && !shouldStop();
+                 first = next.fetch_add(grain))
+                worker(first, std::min(items, first + grain));
+        },
+        tbb::simple_partitioner());
+}
+
+bool RenderJob::renderCoarse(const CompiledScene& scene) {
+    const RenderOptions options = coarseOptions(options_);
+    const CameraRays camera(camera_, options);
+    const BlockGrid& grid = film_.grid();
+    const int columns = (grid.columns + blockWidth - 1) / blockWidth;
+    const int rows = (film_.coarseRows() + blockHeight - 1) / blockHeight;
+    const auto count = static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
+    onWorkers(count, 16, [&] {
+        return [&, renderer = BlockRenderer(scene, camera, options, nullptr)](
+                   std::size_t first, std::size_t last) mutable {
+            for (std::size_t i = first; i < last; ++i) {
+                const int column = static_cast<int>(i) % columns * blockWidth;
+                const int row = static_cast<int>(i) / columns * blockHeight;
+                const auto cells = renderer.renderCoarse(grid.pixelX(column), grid.pixelY(2 * row));
+                for (int k = 0; k < packetWidth; ++k) {
+                    const int x = column + k % blockWidth;
+                    const int y = row + k / blockWidth;
+                    if (x < grid.columns && y < film_.coarseRows())
+                        film_.setCoarse(grid.index(x, y), cells[static_cast<std::size_t>(k)]);
+                }
+            }
+            addRays(renderer.counts());
+            renderer.counts() = {};
+        };
+    });
+    if (stop_)
+        return false;
+    {
+        const std::scoped_lock lock(stateMutex_);
+        stats_.firstPictureSeconds = secondsSince(started_);
+    }
+    hasPicture_ = true;
+    ++revision_;
+    notify(true);
+    return true;
+}
+
+bool RenderJob::renderPasses(const CompiledScene& scene, const GatherCache* cache) {
+    const auto start = Clock::now();
+    Adaptive adaptive(options_, film_);
+    while (!shouldStop()) {
+        const std::vector<BlockWork> pass = adaptive.nextPass();
+        {
+            const std::scoped_lock lock(stateMutex_);
+            stats_.estimatedError = adaptive.estimatedError();
+            stats_.traceSeconds = secondsSince(start);
+        }
+        if (pass.empty() || !renderPass(scene, cache, pass, adaptive.plannedSamples()))
+            break;
+        const std::scoped_lock lock(stateMutex_);
+        ++stats_.passes;
+        if (!hasWholePass_.exchange(true) && stats_.firstPictureSeconds == 0.0)
+            stats_.firstPictureSeconds = secondsSince(started_);
+        hasPicture_ = true;
+        stats_.traceSeconds = secondsSince(start);
+    }
+    return !stop_;
+}
+
+bool RenderJob::renderPass(const CompiledScene& scene,
+                           const GatherCache* cache,
+                           const std::vector<BlockWork>& pass,
+                           double planned) {
+    const CameraRays camera(camera_, options_);
+    const BlockGrid& grid = film_.grid();
+    onWorkers(pass.size(), blocksAtATime, [&] {
+        return [&, renderer = BlockRenderer(scene, camera, options_, cache)](
+                   std::size_t first, std::size_t last) mutable {
+            double samples = 0.0;
+            for (std::size_t i = first; i < last && !shouldStop(); ++i) {
+                const BlockWork& work = pass[i];
+                const BlockSums sums =
+                    renderer.render(grid.pixelX(work.column), grid.pixelY(work.row), work);
+                film_.add(grid.index(work.column, work.row), sums, work.count);
+                samples += static_cast<double>(work.count) * blockPixels;
+            }
+            addRays(renderer.counts());
+            renderer.counts() = {};
+            const double done = done_.fetch_add(samples) + samples;
+            const auto fraction = static_cast<float>(std::min(0.999, done / planned));
+            float before = fraction_;
+            while (before < fraction && !fraction_.compare_exchange_weak(before, fraction)) {
+            }
+            changed();
+        };
+    });
+    return !shouldStop();
+}
+
+bool RenderJob::isOutOfTime() const {
+    return options_.timeLimitSeconds && hasWholePass_ &&
+           secondsSince(started_) > *options_.timeLimitSeconds;
+}
+
+bool RenderJob::shouldStop() const {
+    return stop_ || isOutOfTime();
+}
+
+void RenderJob::addRays(const RayCounts& rays) {
+    const std::scoped_lock lock(stateMutex_);
+    stats_.rays += rays;
+}
+
+void RenderJob::changed() {
+    ++revision_;
+    notify(false);
+}
+
+void RenderJob::notify(bool always) {
+    const std::scoped_lock lock(listenerMutex_);
+    if (!listener_)
+        return;
+    const auto now = Clock::now();
+    if (!always && now - lastNotified_ < notifyInterval)
+        return;
+    lastNotified_ = now;
+    const Render::Listener listener = listener_;
+    listener();
+}
+
+void RenderJob::end(RenderState state, Error error) {
+    {
+        const std::scoped_lock lock(stateMutex_);
+        if (state_ != RenderState::preparing && state_ != RenderState::tracing)
+            return;
+        state_ = state;
+        error_ = std::move(error);
+        stats_.samples = static_cast<std::uint64_t>(done_);
+    }
+    ended_.notify_all();
+    ++revision_;
+    notify(true);
+}
+
+void RenderJob::abort() {
+    stop_ = true;
+    {
+        const std::scoped_lock lock(listenerMutex_);
+        listener_ = nullptr;
+    }
+    film_.freeze();
+    end(RenderState::aborted, {});
+}
+
+RenderState RenderJob::wait() const {
+    std::unique_lock lock(stateMutex_);
+    ended_.wait(lock, [this] {
+        return state_ != RenderState::preparing && state_ != RenderState::tracing;
+    });
+    return state_;
+}
+
+RenderProgress RenderJob::progress() const {
+    const std::scoped_lock lock(stateMutex_);
+    return {state_, fraction_, revision_, hasPicture_, hasWholePass_};
+}
+
+RenderStats RenderJob::stats() const {
+    const std::scoped_lock lock(stateMutex_);
+    RenderStats stats = stats_;
+    stats.samples = static_cast<std::uint64_t>(done_.load());
+    return stats;
+}
+
+Error RenderJob::error() const {
+    const std::scoped_lock lock(stateMutex_);
+    return error_;
+}
+
+} // namespace qor::engine

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "workbench/engine/core/BlockRenderer.h"
+#include "workbench/engine/core/Film.h"
+#include "workbench/engine/core/GatherCache.h"
+#include "workbench/engine/core/Render.h"
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+namespace qor::engine {
+
+/// What a Render and its workers share: everything that they touch lives here, so that either may
+/// go first.
+class RenderJob {
+public:
+    /// Throws std::bad_alloc when the pixels find no room.
+    RenderJob(Scene scene,
+              const Camera& camera,
+              const RenderOptions& options,
+              Render::Listener listener);
+    RenderJob(const RenderJob&) = delete;
+    RenderJob(RenderJob&&) = delete;
+    RenderJob& operator=(const RenderJob&) = delete;
+    RenderJob& operator=(RenderJob&&) = delete;
+    ~RenderJob() = default;
+
+    /// The whole render, on the calling thread and the workers of its arena.
+    void run();
+
+    void abort();
+    RenderState wait() const;
+    RenderProgress progress() const;
+    RenderStats stats() const;
+    Error error() const;
+
+    const Film& film() const { return film_; }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void render();
+    bool renderCoarse(const CompiledScene& scene);
+    bool renderPasses(const CompiledScene& scene, const GatherCache* cache);
+    bool renderPass(const CompiledScene& scene,
+                    const GatherCache* cache,
+                    const std::vector<BlockWork>& pass,
+                    double planned);
+    template <typename Task>
+    void onWorkers(std::size_t items, std::size_t grain, const Task& task);
+    bool shouldStop() const;
+    bool isOutOfTime() const;
+    void end(RenderState state, Error error);
+    void changed();
+    void notify(bool always);
+    void addRays(const RayCounts& rays);
+
+    const Scene scene_;
+    const Camera camera_;
+    const RenderOptions options_;
+    const Clock::time_point started_ = Clock::now();
+    Film film_;
+    std::atomic<bool> stop_{false};
+    std::atomic<double> done_{0.0};
+    std::atomic<float> fraction_{0.0F};
+    std::atomic<std::uint64_t> revision_{0};
+    std::atomic<bool> hasPicture_{false};
+    std::atomic<bool> hasWholePass_{false};
+
+    mutable std::mutex stateMutex_; ///< guards the next four
+    mutable std::condition_variable ended_;
+    RenderState state_ = RenderState::preparing;
+    Error error_;
+    RenderStats stats_;
+
+    std::recursive_mutex listenerMutex_; ///< guards the next two; the listener itself may abort
+    Render::Listener listener_;
+    Clock::time_point lastNotified_;
+};
+
+} // namespace qor::engine

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "workbench/engine/core/Vec.h"
+
+#include <cstdint>
+
+namespace qor::engine {
+
+/// Mixes all bits of \p x. Method: C. Wellons, "Prospecting for hash functions", 2018 (lowbias32).
+constexpr std::uint32_t hash32(std::uint32_t x) {
+    x ^= x >> 16U;
+    x *= 0x7feb352dU;
+    x ^= x >> 15U;
+    x *= 0x846ca68bU;
+    x ^= x >> 16U;
+    return x;
+}
+
+constexpr std::uint32_t hashPair(std::uint32_t a, std::uint32_t b) {
+    return hash32(a ^ (hash32(b) + 0x9e3779b9U + (a << 6U) + (a >> 2U)));
+}
+
+constexpr std::uint32_t reverseBits(std::uint32_t x) {
+    x = ((x >> 1U) & 0x55555555U) | ((x & 0x55555555U) << 1U);
+    x = ((x >> 2U) & 0x33333333U) | ((x & 0x33333333U) << 2U);
+    x = ((x >> 4U) & 0x0f0f0f0fU) | ((x & 0x0f0f0f0fU) << 4U);
+    x = ((x >> 8U) & 0x00ff00ffU) | ((x & 0x00ff00ffU) << 8U);
+    return (x >> 16U) | (x << 16U);
+}
+
+/// Owen scrambling of a number whose bits are reversed: every bit is flipped depending on all bits
+/// below it. Method: Laine and Karras 2011, section 3.1, as used by Burley, "Practical Hash-based
+/// Owen Scrambling", JCGT 9(4), 2020, with the constants of N. Vegdahl, "Building a Better LK
+/// Hash", 2021.
+constexpr std::uint32_t scrambleReversed(std::uint32_t x, std::uint32_t seed) {
+    x ^= x * 0x3d20adeaU;
+    x += seed;
+    x *= (seed >> 16U) | 1U;
+    x ^= x * 0x05526c56U;
+    x ^= x * 0x53a22864U;
+    return x;
+}
+
+/// Second dimension of the Sobol sequence, bits reversed. Its matrix is Pascal's triangle modulo 2,
+/// which is five Kronecker factors, so five steps do for 32 bits (Lucas' theorem).
+constexpr std::uint32_t sobolSecondReversed(std::uint32_t i) {
+    i ^= (i >> 1U) & 0x55555555U;
+    i ^= (i >> 2U) & 0x33333333U;
+    i ^= (i >> 4U) & 0x0f0f0f0fU;
+    i ^= (i >> 8U) & 0x00ff00ffU;
+    i ^= (i >> 16U) & 0x0000ffffU;
+    return i;
+}
+
+/// 0 <= result < 1.
+constexpr float unitFloat(std::uint32_t x) {
+    return static_cast<float>(x >> 8U) * 0x1p-24F;
+}
+
+/// Point \p index of an Owen-scrambled (0, 2)-sequence.
+constexpr Vec2 scrambledPoint(std::uint32_t index, std::uint32_t seed) {
+    return {unitFloat(reverseBits(scrambleReversed(index, hash32(seed)))),
+            unitFloat(reverseBits(
+                scrambleReversed(sobolSecondReversed(index), hash32(seed ^ 0x5bd1e995U))))};
+}
+
+/// The random numbers of one sample of one pixel. Each call uses up a fresh dimension, in which the
+/// samples of the pixel are well distributed; pixels, and dimensions among each other, are
+/// decorrelated by scrambling and shuffling.
+class Sampler {
+public:
+    Sampler(std::uint32_t pixelSeed, std::uint32_t index) : seed_(pixelSeed), index_(index) {}
+
+    Vec2 next2D() {
+        const std::uint32_t seed = hashPair(seed_, ++dimension_);
+        return scrambledPoint(shuffled(seed), seed);
+    }
+
+    float next1D() {
+        const std::uint32_t seed = hashPair(seed_, ++dimension_);
+        return unitFloat(reverseBits(scrambleReversed(shuffled(seed), hash32(seed))));
+    }
+
+private:
+    std::uint32_t shuffled(std::uint32_t seed) const {
+        return reverseBits(scrambleReversed(reverseBits(index_), seed ^ 0xa511e9b3U));
+    }
+
+    std::uint32_t seed_;
+    std::uint32_t index_;
+    std::uint32_t dimension_ = 0;
+};
+
+/// The seed of the pixel in column \p x and row \p y.
+constexpr std::uint32_t pixelSeed(int x, int y, std::uint32_t seed) {
+    return hashPair(hashPair(static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y)), seed);
+}
+
+} // namespace qor::engine

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "workbench/engine/core/Bsdf.h"
+#include "workbench/engine/core/CompiledScene.h"
+
+namespace qor::engine {
+
+/// How wide a ray is: what one pixel sees, followed through the scene, so that textures are looked
+/// up at the right size. Method: Akenine-Möller et al., "Texture Level of Detail Strategies for
+/// Real-Time Ray Tracing", 2019.
+struct RayCone {
+    float width = 0.0F;  ///< at its origin
+    float spread = 0.0F; ///< growth with distance
+
+    float at(float t) const { return width + spread * t; }
+};
+
+/// A point where a ray met a surface, ready for shading.
+struct Surface {
+    Vec3 position;
+    Vec3 lifted; ///< where rays to its own side start, on the smooth surface that the triangles
+                 ///< stand for
+    Vec3 geometricNormal; ///< unit, towards the eye
+    Vec3 normal;          ///< the one to shade with, unit, towards the eye
+    Vec3 toEye;           ///< unit
+    float distance = 0.0F;
+    float offset = 0.0F; ///< how far rays start from it, to miss it
+    float footprint = 0.0F;
+    bool frontFace = true;
+    bool plain = false; ///< see CompiledMaterial
+    SurfaceMaterial material;
+    Color sampledEmission; ///< radiance that light sampling takes it to have; black: it is not
+                           ///< sampled
+
+    /// Where a ray in unit direction \p d starts.
+    Vec3 origin(const Vec3& d) const {
+        return dot(d, normal) >= 0.0F ? lifted + geometricNormal * offset
+                                      : position - geometricNormal * offset;
+    }
+};
+
+/// The surface at \p hit of a ray in unit direction \p direction with \p cone.
+Surface
+surfaceAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, const RayCone& cone);
+
+/// A point of the ground.
+Surface
+groundAt(const CompiledScene& scene, const Vec3& position, const Vec3& direction, float distance);
+
+/// Distance at which a ray meets the upper side of the visible ground before \p farthest; negative
+/// if it does not.
+float hitGround(const Ground& ground, const Vec3& origin, const Vec3& direction, float farthest);
+
+/// Share of the surface at \p hit that is there, and the colour of light that goes straight through
+/// it.
+struct Passage {
+    float opacity = 1.0F;
+    Color tint; ///< of a shadow ray; black for opaque ones
+};
+
+Passage
+passageAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, bool throughGlass);
+
+} // namespace qor::engine
