@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace qor::automation {
 
@@ -33,5 +34,10 @@ public:
 private:
     ErrorCode code_;
 };
+
+/// A name in quotes, for messages.
+[[nodiscard]] inline std::string quoted(std::string_view name) {
+    return std::string(1, '"').append(name).append(1, '"');
+}
 
 } // namespace qor::automation

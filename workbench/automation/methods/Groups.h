@@ -1,0 +1,30 @@
+#pragma once
+
+#include "workbench/automation/Method.h"
+
+class QorEventLoop;
+
+namespace qor::automation {
+
+class Dispatcher;
+class EventRecorder;
+struct PortOptions;
+
+// The methods that every port has; one function a group, named after what stands before the dot.
+
+/// \p dispatcher and \p loop outlive the methods.
+[[nodiscard]] MethodGroup
+appMethods(QorEventLoop& loop, Dispatcher& dispatcher, const PortOptions& options);
+[[nodiscard]] MethodGroup systemMethods();
+[[nodiscard]] MethodGroup settingsMethods();
+[[nodiscard]] MethodGroup commandMethods();
+[[nodiscard]] MethodGroup dialogMethods();
+[[nodiscard]] MethodGroup widgetMethods();
+[[nodiscard]] MethodGroup notifyMethods();
+[[nodiscard]] MethodGroup fileMethods();
+[[nodiscard]] MethodGroup colorMethods();
+[[nodiscard]] MethodGroup traceMethods();
+/// \p events outlives the methods.
+[[nodiscard]] MethodGroup eventMethods(EventRecorder& events);
+
+} // namespace qor::automation
