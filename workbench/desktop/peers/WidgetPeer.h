@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
 namespace qor::desktop {
 
@@ -19,11 +20,10 @@ class ContainerPeer;
 /// earlier, with its parent.
 class WidgetPeer : public QorPeer {
 public:
-    explicit WidgetPeer(QorDialog& widget) : widget_(widget) {}
-
+    explicit WidgetPeer(QorDialog& widget);
     ~WidgetPeer() override;
 
-    void Update(QorAspects iAspects) override;
+    void Update(QorAspects iAspects) final;
     void TakeFocus() override;
 
     /// Null when Qt has deleted it.
@@ -31,43 +31,55 @@ public:
 
     [[nodiscard]] QorDialog& widget() const { return widget_; }
 
-    /// The peer that the father's children lie in, or null for windows.
+    /// The peer that this one lies in; null for windows.
     [[nodiscard]] ContainerPeer* container() const;
 
-    /// Whether the control wants all the width that it can get.
+    /// Whether the control takes all the width that it can get.
     [[nodiscard]] virtual bool wantsWidth() const { return false; }
 
-    /// Draws everything for the first time.
-    void begin();
+    /// Whether it takes all the height that it can get.
+    [[nodiscard]] virtual bool wantsHeight() const { return false; }
+
+    /// What the Tab key reaches in it, in order.
+    virtual void addTabStops(std::vector<QWidget*>& stops) const;
 
     /// The peer of \p widget in this toolkit, or null.
     [[nodiscard]] static WidgetPeer* of(const QorDialog* widget);
 
 protected:
     /// Takes the control over. Called once, by the constructor of the derived class.
-    void setControl(QWidget* control) { control_ = control; }
+    void setControl(QWidget* control);
 
     /// Draws the aspects that the kind of widget adds to the common ones.
     virtual void draw(QorAspects aspects) = 0;
 
+    virtual void drawVisibility();
+
     /// Tells the widget what a person did, then draws \p aspects again, because the widget may have
-    /// refused; unless this peer was destroyed meanwhile. Whether it is still there.
+    /// refused. Whether this peer is still there: if not, it must not be touched.
     bool report(const std::function<QorUserResult()>& up, QorAspects aspects);
 
     /// What connections are bound to, so that they end with the peer.
-    [[nodiscard]] QObject* context() { return &context_; }
+    [[nodiscard]] QObject* context() const { return context_.get(); }
 
-    /// The texts of help and of screen readers.
-    virtual void drawHelp();
-    virtual void drawVisibility();
+    /// \p function for as long as the peer lives, then nothing; for hooks of controls.
+    template <class Function>
+    [[nodiscard]] auto whileAlive(Function function) const {
+        return [alive = QPointer<QObject>(context()), function](auto... arguments) {
+            if (alive)
+                function(arguments...);
+        };
+    }
 
 private:
+    void drawHelp();
+
     QorDialog& widget_;
     QPointer<QWidget> control_;
-    QObject context_;
+    std::unique_ptr<QObject> context_;
 };
 
-/// A peer whose control is a \p Control and whose widget is a \p Widget.
+/// A peer whose widget is a \p Widget and whose control is a \p Control.
 template <class Widget, class Control>
 class PeerOf : public WidgetPeer {
 protected:

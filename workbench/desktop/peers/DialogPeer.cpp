@@ -1,0 +1,179 @@
+#include "workbench/desktop/peers/DialogPeer.h"
+
+#include "workbench/desktop/peers/Texts.h"
+#include "workbench/desktop/peers/WindowParts.h"
+#include "workbench/desktop/theme/Icon.h"
+
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace qor::desktop {
+
+namespace {
+
+constexpr int dialogMargin = 16;
+constexpr int groupMargin = 12;
+constexpr int toolMargin = 8;
+
+struct StyleButton {
+    QorDlgStyle bit;
+    QDialogButtonBox::StandardButton button;
+};
+
+constexpr StyleButton styleButtons[] = {
+    {QorDlgWndOK, QDialogButtonBox::Ok},
+    {QorDlgWndCANCEL, QDialogButtonBox::Cancel},
+    {QorDlgWndAPPLY, QDialogButtonBox::Apply},
+};
+
+} // namespace
+
+/// Reports the window's size once for a row of changes, and never from inside the change itself,
+/// which may be one by program.
+class DialogPeer::SizeFilter : public QObject {
+public:
+    SizeFilter(DialogPeer& peer, QObject* parent) : QObject(parent), peer_(peer) {}
+
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Resize && !peer_.sizeWaits_) {
+            peer_.sizeWaits_ = true;
+            QMetaObject::invokeMethod(
+                this, [this] { peer_.sizeChanged(); }, Qt::QueuedConnection);
+        }
+        return QObject::eventFilter(object, event);
+    }
+
+private:
+    DialogPeer& peer_;
+};
+
+DialogPeer::DialogPeer(QorDialog& widget) : ContainerPeer(widget) {
+    auto* window = new Window(ownerFor(widget));
+    setControl(window);
+    applyWindowStyle(*window, widget);
+    window->setSizeGripEnabled(false);
+    build(*window);
+    connectHooks(*window);
+    window->installEventFilter(new SizeFilter(*this, context()));
+}
+
+void DialogPeer::build(Window& window) {
+    auto* layout = new QVBoxLayout(&window);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->setSizeConstraint((my().GetStyle() & QorDlgWndNoResize) != 0 ? QLayout::SetFixedSize
+                                                                         : QLayout::SetMinimumSize);
+    auto* content = new QWidget(&window);
+    layout->addWidget(content, 1);
+    setInside(content);
+    addButtons(window, *layout);
+}
+
+void DialogPeer::addButtons(Window& window, QLayout& layout) {
+    QDialogButtonBox::StandardButtons wanted;
+    for (const StyleButton& one : styleButtons)
+        if ((my().GetStyle() & one.bit) != 0)
+            wanted |= one.button;
+    if (wanted == QDialogButtonBox::NoButton)
+        return;
+    buttons_ = new QDialogButtonBox(wanted, &window);
+    buttons_->setContentsMargins(dialogMargin, 0, dialogMargin, dialogMargin);
+    layout.addWidget(buttons_);
+    if (QPushButton* ok = buttons_->button(QDialogButtonBox::Ok))
+        ok->setDefault(true);
+}
+
+void DialogPeer::connectHooks(Window& window) {
+    window.onOK = whileAlive([this] { report([this] { return my().UserOK(); }, 0); });
+    window.onClose = whileAlive([this] { report([this] { return my().UserClose(); }, 0); });
+    // Escape in a dialog that has no Cancel is its close box.
+    const bool cancels = (my().GetStyle() & QorDlgWndCANCEL) != 0;
+    window.onCancel = cancels
+                          ? whileAlive([this] { report([this] { return my().UserCancel(); }, 0); })
+                          : window.onClose;
+    if (buttons_ == nullptr)
+        return;
+    QObject::connect(buttons_, &QDialogButtonBox::accepted, &window, &QDialog::accept);
+    QObject::connect(buttons_, &QDialogButtonBox::rejected, &window, &QDialog::reject);
+    if (QPushButton* apply = buttons_->button(QDialogButtonBox::Apply))
+        QObject::connect(apply, &QPushButton::clicked, context(),
+                         [this] { report([this] { return my().UserApply(); }, 0); });
+}
+
+int DialogPeer::margin() const {
+    return (widget().GetStyle() & QorDlgWndToolBar) != 0 ? toolMargin : dialogMargin;
+}
+
+void DialogPeer::sizeChanged() {
+    sizeWaits_ = false;
+    if (control() == nullptr || inside() == nullptr || !control()->isVisible())
+        return;
+    const QSize size = inside()->size();
+    report([&] { return my().UserResize(size.width(), size.height()); }, 0);
+}
+
+void DialogPeer::draw(QorAspects aspects) {
+    ContainerPeer::draw(aspects);
+    if ((aspects & QorAspectTitle) != 0)
+        control()->setWindowTitle(toQt(widget().GetTitle()));
+    if ((aspects & QorAspectIcon) != 0)
+        control()->setWindowIcon(icon(toQt(widget().GetIconName())));
+}
+
+void DialogPeer::drawVisibility() {
+    const bool show = widget().GetVisibility() == QorDlgSHOW;
+    if (show == control()->isVisible())
+        return;
+    if (show) {
+        layOutNow();
+        place();
+    }
+    showWindow(*control(), show);
+}
+
+/// A frame of tools starts at the top left of the document, out of the way; Qt centres the others.
+void DialogPeer::place() const {
+    const QWidget* owner = control()->parentWidget();
+    constexpr QPoint belowTheBars(24, 112);
+    if ((widget().GetStyle() & QorDlgWndToolBar) != 0 && owner != nullptr)
+        control()->move(owner->mapToGlobal(belowTheBars));
+}
+
+void DialogPeer::Raise() {
+    if (control() != nullptr)
+        showWindow(*control(), true);
+}
+
+void DialogPeer::addTabStops(std::vector<QWidget*>& stops) const {
+    ContainerPeer::addTabStops(stops);
+    if (buttons_ != nullptr)
+        for (QAbstractButton* button : buttons_->buttons())
+            stops.push_back(button);
+}
+
+FramePeer::FramePeer(QorDialog& widget) : ContainerPeer(widget) {
+    QWidget* parent = parentFor(widget);
+    QWidget* control = isBordered() ? new QGroupBox(parent) : new QWidget(parent);
+    setControl(control);
+    setInside(control);
+}
+
+bool FramePeer::isBordered() const {
+    constexpr QorDlgStyle plain = QorDlgFraNoTitle | QorDlgFraNoFrame;
+    return (widget().GetStyle() & plain) == 0;
+}
+
+int FramePeer::margin() const {
+    return isBordered() ? groupMargin : 0;
+}
+
+void FramePeer::draw(QorAspects aspects) {
+    ContainerPeer::draw(aspects);
+    if ((aspects & QorAspectTitle) != 0)
+        if (auto* group = qobject_cast<QGroupBox*>(control()))
+            group->setTitle(toQt(widget().GetTitle()));
+}
+
+} // namespace qor::desktop

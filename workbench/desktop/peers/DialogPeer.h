@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/dialog/QorDlgDialog.h"
+#include "platform/dialog/QorDlgFrame.h"
+#include "workbench/desktop/peers/ContainerPeer.h"
+#include "workbench/desktop/peers/WindowControl.h"
+
+#include <QDialogButtonBox>
+
+namespace qor::desktop {
+
+/// A dialog with its buttons by style.
+class DialogPeer : public ContainerPeer {
+public:
+    explicit DialogPeer(QorDialog& widget);
+    void Raise() override;
+    void addTabStops(std::vector<QWidget*>& stops) const override;
+
+protected:
+    void draw(QorAspects aspects) override;
+    void drawVisibility() override;
+    [[nodiscard]] int margin() const override;
+
+private:
+    class SizeFilter;
+    using Window = WindowControl<QDialog>;
+
+    [[nodiscard]] QorDlgDialog& my() const { return static_cast<QorDlgDialog&>(widget()); }
+
+    void build(Window& window);
+    void addButtons(Window& window, QLayout& layout);
+    void connectHooks(Window& window);
+    void sizeChanged();
+    void place() const;
+
+    QDialogButtonBox* buttons_ = nullptr; ///< belongs to the window
+    bool sizeWaits_ = false;
+};
+
+/// A frame with title and border, or plain.
+class FramePeer : public ContainerPeer {
+public:
+    explicit FramePeer(QorDialog& widget);
+
+protected:
+    void draw(QorAspects aspects) override;
+    [[nodiscard]] int margin() const override;
+
+private:
+    [[nodiscard]] bool isBordered() const;
+};
+
+} // namespace qor::desktop
