@@ -1,0 +1,126 @@
+#include "workbench/import/scene/SceneReader.h"
+
+#include "workbench/import/model/ImportError.h"
+#include "workbench/import/scene/ConfinedFiles.h"
+#include "workbench/import/scene/GltfFile.h"
+#include "workbench/import/scene/GltfMaterials.h"
+#include "workbench/import/scene/GltfViews.h"
+#include "workbench/import/scene/PlyHead.h"
+#include "workbench/import/scene/SceneAnimations.h"
+#include "workbench/import/scene/SceneMaterials.h"
+#include "workbench/import/scene/SceneTree.h"
+
+#include <assimp/Importer.hpp>
+#include <assimp/ProgressHandler.hpp>
+#include <assimp/config.h>
+#include <assimp/postprocess.h>
+
+namespace qor::import {
+
+using document::Product;
+
+namespace {
+
+constexpr double readTo = 0.7;
+constexpr double texturesTo = 0.8;
+constexpr double meshTo = 0.93;
+
+// Surfaces of scanned or exported meshes are smooth where they bend less than this.
+constexpr float creaseAngleDeg = 30;
+
+class AssimpProgress : public Assimp::ProgressHandler {
+public:
+    explicit AssimpProgress(ImportReport& report) : report_(report) {}
+
+    bool Update(float fraction) override {
+        if (fraction >= 0)
+            report_.advance(fraction);
+        return true;
+    }
+
+private:
+    ImportReport& report_;
+};
+
+unsigned stepsFor(ModelFormat format) {
+    unsigned steps = aiProcess_Triangulate | aiProcess_SortByPType;
+    if (format == ModelFormat::Gltf || format == ModelFormat::Glb)
+        return steps;
+    steps |= aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices;
+    // The normals of an STL file are those of its flat triangles.
+    if (format == ModelFormat::Stl)
+        steps |= aiProcess_RemoveComponent;
+    return steps;
+}
+
+void configure(Assimp::Importer& importer) {
+    importer.SetPropertyInteger(AI_CONFIG_PP_SBP_REMOVE,
+                                aiPrimitiveType_POINT | aiPrimitiveType_LINE);
+    importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, creaseAngleDeg);
+    importer.SetPropertyInteger(AI_CONFIG_PP_RVC_FLAGS, aiComponent_NORMALS);
+}
+
+const aiScene& import(Assimp::Importer& importer,
+                      const std::filesystem::path& file,
+                      ModelFormat format,
+                      ImportReport& report) {
+    report.enter("read", 0, readTo);
+    const aiScene* scene =
+        report.inLibrary([&] { return importer.ReadFile(file.string(), stepsFor(format)); });
+    if (scene == nullptr)
+        throw ImportError(std::string("it cannot be understood as ") + nameOf(format) + ": " +
+                          importer.GetErrorString());
+    if (scene->mRootNode == nullptr || scene->mNumMeshes == 0)
+        throw ImportError("it holds no surface that can be shown");
+    return *scene;
+}
+
+// Assimp owns neither the files nor the progress handler beyond the import.
+struct Session {
+    Session(const std::filesystem::path& file,
+            std::span<const std::uint8_t> content,
+            ImportReport& report) {
+        importer.SetIOHandler(new ConfinedFiles(file, content, report));
+        importer.SetProgressHandler(new AssimpProgress(report));
+        configure(importer);
+    }
+
+    Assimp::Importer importer;
+};
+
+Product readGltf(const std::filesystem::path& file, ModelFormat format, ImportReport& report) {
+    const GltfFile gltf(file, format == ModelFormat::Glb);
+    std::vector<std::uint8_t> content = gltf.contentForAssimp();
+    Session session(file, content, report);
+    const aiScene& scene = import(session.importer, file, format, report);
+    content = {};
+    Product product;
+    product.unit = {"m", 1000};
+    report.enter("textures", readTo, texturesTo);
+    addGltfMaterials(gltf, product, report);
+    report.enter("mesh", texturesTo, meshTo);
+    const MeshRules rules{{1000, true}, true};
+    const std::vector<std::int32_t> nodeOf = addSceneTree(scene, rules, &gltf, product, report);
+    addGltfViews(gltf, rules.axes, nodeOf, product);
+    addSceneAnimations(scene, gltf, rules.axes, nodeOf, product);
+    return product;
+}
+
+} // namespace
+
+Product readScene(const std::filesystem::path& file, ModelFormat format, ImportReport& report) {
+    if (format == ModelFormat::Gltf || format == ModelFormat::Glb)
+        return readGltf(file, format, report);
+    if (format == ModelFormat::Ply)
+        checkPlyHead(file);
+    Session session(file, {}, report);
+    const aiScene& scene = import(session.importer, file, format, report);
+    Product product;
+    report.enter("textures", readTo, texturesTo);
+    addSceneMaterials(scene, file, product, report);
+    report.enter("mesh", texturesTo, meshTo);
+    addSceneTree(scene, {}, nullptr, product, report);
+    return product;
+}
+
+} // namespace qor::import
