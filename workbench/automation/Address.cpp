@@ -99,7 +99,7 @@ void prefer(Matches& matches, Predicate isBetter) {
 QorDialog& chooseFrom(Matches matches, std::string_view address, const char* what) {
     prefer(matches, [](const Match& match) { return match.isWhole && match.isWholeWindow; });
     prefer(matches, [](const Match& match) { return match.isWhole; });
-    const std::string name = quoted(address);
+    const std::string name = inQuotes(address);
     if (matches.empty())
         throw Error(ErrorCode::noSuchObject, std::string("there is no ") + what + " " + name);
     if (matches.size() > 1)

@@ -143,11 +143,11 @@ Json Dispatcher::invoke(const ExchangePtr& exchange) {
         throw Error(*request.error);
     const auto found = methods_.find(request.method);
     if (found == methods_.end())
-        throw Error(ErrorCode::methodNotFound, "there is no method " + quoted(request.method));
+        throw Error(ErrorCode::methodNotFound, "there is no method " + inQuotes(request.method));
     const Method& method = found->second;
     const QorDlgNotify* box = QorDlgNotify::GetOpen();
     if (box != nullptr && !method.isForBlocked)
-        throw Error(ErrorCode::blocked, "the notification box " + quoted(box->GetName().Str()) +
+        throw Error(ErrorCode::blocked, "the notification box " + inQuotes(box->GetName().Str()) +
                                             " has to be answered first");
     checkParams(method, request.params);
     Call call(*this, exchange);

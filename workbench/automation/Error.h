@@ -36,7 +36,7 @@ private:
 };
 
 /// A name in quotes, for messages.
-[[nodiscard]] inline std::string quoted(std::string_view name) {
+[[nodiscard]] inline std::string inQuotes(std::string_view name) {
     return std::string(1, '"').append(name).append(1, '"');
 }
 

@@ -60,12 +60,12 @@ void checkParam(const Param& param, const Json& params) {
     const auto value = params.find(param.name);
     if (value == params.end()) {
         if (param.isRequired)
-            refuse("parameter " + quoted(param.name) + " is missing");
+            refuse("parameter " + inQuotes(param.name) + " is missing");
         return;
     }
     const KindRule& rule = ruleOf(param.kind);
     if (!rule.accepts(*value))
-        refuse("parameter " + quoted(param.name) + " must be " + rule.words);
+        refuse("parameter " + inQuotes(param.name) + " must be " + rule.words);
 }
 
 } // namespace
@@ -78,7 +78,7 @@ void checkParams(const Method& method, const Json& params) {
     for (const auto& [name, value] : params.items())
         if (std::none_of(method.params.begin(), method.params.end(),
                          [&, &key = name](const Param& param) { return param.name == key; }))
-            refuse(method.name + " takes no parameter " + quoted(name));
+            refuse(method.name + " takes no parameter " + inQuotes(name));
 }
 
 } // namespace qor::automation

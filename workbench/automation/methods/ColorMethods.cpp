@@ -12,7 +12,7 @@ QorDlgColorEditor& findEditor(const std::string& name) {
     QorDlgDialog& dialog = findDialog(name);
     if (auto* editor = dynamic_cast<QorDlgColorEditor*>(&dialog))
         return *editor;
-    throw Error(ErrorCode::wrongKind, quoted(name) + " is no colour editor");
+    throw Error(ErrorCode::wrongKind, inQuotes(name) + " is no colour editor");
 }
 
 std::array<float, 3> readColor(const Json& value) {

@@ -18,7 +18,7 @@ Json listCommands(Call& /*call*/) {
 QorVar<QorCommandHeader> findHeader(const std::string& name) {
     QorVar<QorCommandHeader> header = QorCommandHeader::GetHeaderFromList(name, 1);
     if (!header)
-        throw Error(ErrorCode::noSuchObject, "there is no command " + quoted(name));
+        throw Error(ErrorCode::noSuchObject, "there is no command " + inQuotes(name));
     return header;
 }
 
@@ -26,16 +26,16 @@ Json startCommand(Call& call) {
     const std::string name = call.text("name");
     const auto header = findHeader(name);
     if (!header->IsAvailable())
-        throw Error(ErrorCode::cannotAct, "the command " + quoted(name) + " is not available");
+        throw Error(ErrorCode::cannotAct, "the command " + inQuotes(name) + " is not available");
     if (!QorSucceeded(header->StartCommand()))
-        throw Error(ErrorCode::failed, "the command " + quoted(name) + " could not be started");
+        throw Error(ErrorCode::failed, "the command " + inQuotes(name) + " could not be started");
     return Json::object();
 }
 
 Json endCommand(Call& call) {
     const std::string name = call.text("name");
     if (!QorSucceeded(findHeader(name)->EndCommand()))
-        throw Error(ErrorCode::failed, "the command " + quoted(name) + " could not be ended");
+        throw Error(ErrorCode::failed, "the command " + inQuotes(name) + " could not be ended");
     return Json::object();
 }
 

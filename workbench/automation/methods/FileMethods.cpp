@@ -12,7 +12,7 @@ QorDlgFile& findFileDialog(const std::string& name) {
     QorDlgDialog& dialog = findDialog(name);
     if (auto* file = dynamic_cast<QorDlgFile*>(&dialog))
         return *file;
-    throw Error(ErrorCode::wrongKind, quoted(name) + " is no file dialog");
+    throw Error(ErrorCode::wrongKind, inQuotes(name) + " is no file dialog");
 }
 
 Json getFile(Call& call) {

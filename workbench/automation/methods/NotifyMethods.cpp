@@ -57,8 +57,8 @@ QorNotifyAnswer findAnswer(const QorDlgNotify& box, const std::string& text) {
         if (word.text == text && (hasYesNo(box) ? word.isForYesNo : word.isForOK) &&
             box.Offers(word.answer))
             return word.answer;
-    throw Error(ErrorCode::invalidParams, "the notification box " + quoted(box.GetName().Str()) +
-                                              " does not offer " + quoted(text));
+    throw Error(ErrorCode::invalidParams, "the notification box " + inQuotes(box.GetName().Str()) +
+                                              " does not offer " + inQuotes(text));
 }
 
 Json answerOpenBox(Call& call) {

@@ -13,7 +13,7 @@ QorVar<QorSettingRepository> openRepository(const Call& call) {
     const std::string name = call.text("repository");
     QorVar<QorSettingRepository> repository = QorSettingRepository::GetRepository(name);
     if (!repository)
-        throw Error(ErrorCode::failed, "the repository " + quoted(name) + " cannot be opened");
+        throw Error(ErrorCode::failed, "the repository " + inQuotes(name) + " cannot be opened");
     return repository;
 }
 
@@ -59,7 +59,7 @@ Json setSetting(Call& call) {
     const auto repository = openRepository(call);
     if (!repository->SetSetting(call.text("key"), std::move(value)))
         throw Error(ErrorCode::invalidParams,
-                    quoted(call.text("key")) + " cannot be the key of a setting");
+                    inQuotes(call.text("key")) + " cannot be the key of a setting");
     return Json::object();
 }
 

@@ -12,7 +12,7 @@ Json setVariable(Call& call) {
         value = QorUnicodeString(call.text("value"));
     if (!QorSetEnv(call.text("name"), value))
         throw Error(ErrorCode::invalidParams,
-                    quoted(call.text("name")) + " cannot be the name of a variable");
+                    inQuotes(call.text("name")) + " cannot be the name of a variable");
     return Json::object();
 }
 

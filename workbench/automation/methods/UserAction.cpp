@@ -5,7 +5,7 @@
 namespace qor::automation {
 
 Json answerAction(QorUserResult result, const std::string& name) {
-    const std::string object = quoted(name);
+    const std::string object = inQuotes(name);
     switch (result) {
     case QorUserResult::Done:
         break;

@@ -130,8 +130,8 @@ QorUserResult setWidgetValue(QorDialog& widget, const NewValue& change) {
     if (!isKnown)
         throw Error(ErrorCode::invalidParams,
                     R"(parameter "via" must be "modify", "drag", "up" or "down")");
-    throw Error(ErrorCode::wrongKind,
-                "a " + std::string(widget.GetKind()) + " takes no value by " + quoted(change.via));
+    throw Error(ErrorCode::wrongKind, "a " + std::string(widget.GetKind()) + " takes no value by " +
+                                          inQuotes(change.via));
 }
 
 } // namespace qor::automation
