@@ -72,13 +72,14 @@ function(qor_benchmark target)
 endfunction()
 
 # qor_add_rooms([BESIDE <folders…>]): adds, in the current folder of tests/ or benchmarks/, the folders of all rooms
-# that are built. A folder that mirrors no room and is not one of BESIDE is an error, for nobody would ever run it.
+# that are built. A folder that mirrors no room and is not in one of BESIDE is an error, for nobody would ever run it.
 function(qor_add_rooms)
   cmake_parse_arguments(ROOMS "" "" "BESIDE" ${ARGN})
   file(GLOB_RECURSE lists RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" CONFIGURE_DEPENDS */CMakeLists.txt)
   foreach(list ${lists})
     get_filename_component(folder "${list}" DIRECTORY)
-    if(NOT folder IN_LIST ROOMS_BESIDE AND NOT IS_DIRECTORY "${PROJECT_SOURCE_DIR}/QorRdgView/${folder}"
+    string(REGEX REPLACE "/.*" "" top "${folder}")
+    if(NOT top IN_LIST ROOMS_BESIDE AND NOT IS_DIRECTORY "${PROJECT_SOURCE_DIR}/QorRdgView/${folder}"
         AND NOT IS_DIRECTORY "${PROJECT_SOURCE_DIR}/workbench/${folder}")
       message(FATAL_ERROR "${CMAKE_CURRENT_SOURCE_DIR}/${folder} belongs to no room: "
         "there is neither QorRdgView/${folder} nor workbench/${folder}")
