@@ -8,6 +8,10 @@ Qor2DViewer::Qor2DViewer(
     main->SetView({0.0, 0.0}, 1.0 / static_cast<double>(GetSupport()->GetMMInSupportUnit()));
 }
 
+Qor2DViewer::~Qor2DViewer() {
+    AnnounceEnd();
+}
+
 void Qor2DViewer::AddRep(Qor2DRep* iRep) {
     main->AddRep(iRep);
 }

@@ -9,6 +9,10 @@ Qor3DViewer::Qor3DViewer(
     QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle, float iWidth, float iHeight)
     : QorViewer(iFather, iName, iStyle, iWidth, iHeight) {}
 
+Qor3DViewer::~Qor3DViewer() {
+    AnnounceEnd();
+}
+
 void Qor3DViewer::AddRep(Qor3DRep* iRep) {
     main->AddRep(iRep);
 }

@@ -17,10 +17,20 @@ QorImplementClass(Qor2DManipulator, QorManipulator)
 QorImplementClass(Qor2DIndicator, Qor2DManipulator)
 QorImplementClass(Qor3DManipulator, QorManipulator)
 
-QorManipulator::QorManipulator(QorCommand* iFather, const QorString& iName)
-    : QorCommand(iFather, iName) {}
+QorManipulator::QorManipulator(QorCommand* iFather, const QorString& iName, QorViewer* iViewer)
+    : QorCommand(iFather, iName), viewer(iViewer) {
+    if (viewer != nullptr)
+        viewer->AddManipulator(this);
+}
 
-QorManipulator::~QorManipulator() = default;
+QorManipulator::~QorManipulator() {
+    Detach();
+}
+
+void QorManipulator::Detach() {
+    if (QorViewer* last = std::exchange(viewer, nullptr))
+        last->RemoveManipulator(this);
+}
 
 QorNotification* QorManipulator::GetBeginManipulate() const {
     return begin;
@@ -67,6 +77,8 @@ bool QorManipulator::Begin(const QorMouseEvent& iMouse, const std::vector<QorVar
 bool QorManipulator::HandleMouse(const QorMouseEvent& iMouse,
                                  const std::vector<QorVar<QorRep>>& iPath) {
     using Action = QorMouseEvent::Action;
+    if (viewer == nullptr)
+        return false;
     const QorVar<QorManipulator> alive(this);
     switch (iMouse.action) {
     case Action::Press:
@@ -109,10 +121,10 @@ Qor2DManipulator::Qor2DManipulator(QorCommand* iFather,
                                    const QorString& iName,
                                    QorViewer* iViewer,
                                    Qor2DViewpoint* iViewpoint)
-    : QorManipulator(iFather, iName), viewer(iViewer), viewpoint(iViewpoint) {}
+    : QorManipulator(iFather, iName, iViewer), viewpoint(iViewpoint) {}
 
 QorMathPoint2D Qor2DManipulator::PointUnder(const QorMouseEvent& iMouse) const {
-    const QorSupport* support = viewer->GetSupport();
+    const QorSupport* support = GetViewer()->GetSupport();
     float width = 0.0F;
     float height = 0.0F;
     support->GetWidthAndHeight(width, height);
@@ -132,7 +144,9 @@ Qor2DIndicator::Qor2DIndicator(QorCommand* iFather,
                                const QorString& iName,
                                QorViewer* iViewer,
                                Qor2DViewpoint* iViewpoint)
-    : Qor2DManipulator(iFather, iName, iViewer, iViewpoint) {}
+    : Qor2DManipulator(iFather, iName, iViewer, iViewpoint) {
+    SetPickable(false); // it gets what nobody else takes, while it is the foreground one
+}
 
 bool Qor2DIndicator::HandleMouse(const QorMouseEvent& iMouse,
                                  const std::vector<QorVar<QorRep>>& iPath) {
@@ -150,8 +164,7 @@ Qor3DManipulator::Qor3DManipulator(QorCommand* iFather,
                                    QorViewer* iViewer,
                                    Qor3DRep* iRep,
                                    const QorMathAxis& iPosition)
-    : QorManipulator(iFather, iName)
-    , viewer(iViewer)
+    : QorManipulator(iFather, iName, iViewer)
     , rep(iRep)
     , position(iPosition)
     , startPosition(iPosition) {}
@@ -205,14 +218,14 @@ QorMathTransformation FromTo(const QorMathVector& iFrom, const QorMathVector& iT
 QorMathRay Qor3DManipulator::RayUnder(const QorMouseEvent& iMouse) const {
     float width = 0.0F;
     float height = 0.0F;
-    viewer->GetGraphicSize(width, height);
-    return viewer->GetMain3DViewpoint()->GetEyeRay(iMouse.pixel, width, height);
+    GetViewer()->GetGraphicSize(width, height);
+    return GetViewer()->GetMain3DViewpoint()->GetEyeRay(iMouse.pixel, width, height);
 }
 
 QorMathPoint Qor3DManipulator::Grasp(const QorMouseEvent& iMouse) const {
     const QorMathRay ray = RayUnder(iMouse);
     const QorMathPoint& origin = startPosition.GetOrigin();
-    const QorMathVector sight = viewer->GetMain3DViewpoint()->GetSight();
+    const QorMathVector sight = GetViewer()->GetMain3DViewpoint()->GetSight();
     switch (mode) {
     case Mode::AxisTranslation:
         return OnLine(ray, origin, startPosition.GetThirdDirection());
@@ -242,7 +255,7 @@ QorMathPoint Qor3DManipulator::OnBall(const QorMathRay& iRay,
 void Qor3DManipulator::BeginDrag(const QorMouseEvent& iMouse,
                                  const std::vector<QorVar<QorRep>>& /*iPath*/) {
     startPosition = position;
-    const QorMathVector sight = viewer->GetMain3DViewpoint()->GetSight();
+    const QorMathVector sight = GetViewer()->GetMain3DViewpoint()->GetSight();
     const QorMathRay ray = RayUnder(iMouse);
     const double across = (OnPlane(ray, position.GetOrigin(), sight) - position.GetOrigin()).Norm();
     // The ball must hold the pointer with room to turn, whatever part of the arrow was taken.

@@ -1,11 +1,9 @@
 #pragma once
 
 #include "platform/system/QorCommand.h"
-#include "platform/vis/QorRep.h"
+#include "platform/vis/QorViewpoint.h"
 
 class QorViewer;
-class Qor2DViewpoint;
-class Qor3DViewpoint;
 
 /// What a mouse does to a viewer. Device pixels from the viewer's top left, also outside it while a
 /// button is held.
@@ -61,7 +59,14 @@ QorDeclareManipulatorNotification(QorManipulatorEditNotification);       ///< a 
 class QorManipulator : public QorCommand {
     QorDeclareClass(QorManipulator)
 
-    QorManipulator(QorCommand* iFather, const QorString& iName);
+    /// Attached to \p iViewer until either of them goes, or Detach.
+    QorManipulator(QorCommand* iFather, const QorString& iName, QorViewer* iViewer);
+
+    /// The viewer, or null once it is gone or the manipulator is detached.
+    [[nodiscard]] QorViewer* GetViewer() const { return viewer; }
+
+    /// Takes it out of its viewer for good: it gets no mouse any more.
+    void Detach();
 
     [[nodiscard]] QorNotification* GetBeginManipulate() const;
     [[nodiscard]] QorNotification* GetManipulate() const;
@@ -108,6 +113,9 @@ protected:
               const std::vector<QorVar<QorRep>>& iPath);
 
 private:
+    friend class QorViewer;
+
+    QorViewer* viewer;
     QorVar<QorManipulatorBeginNotification> begin = QorMake<QorManipulatorBeginNotification>();
     QorVar<QorManipulatorManipulateNotification> manipulate =
         QorMake<QorManipulatorManipulateNotification>();
@@ -153,8 +161,7 @@ protected:
     [[nodiscard]] QorMathPoint2D PointUnder(const QorMouseEvent& iMouse) const;
 
 private:
-    QorViewer* viewer;
-    Qor2DViewpoint* viewpoint;
+    QorVar<Qor2DViewpoint> viewpoint;
     Qor2DRep_var rep;
     QorMathPoint2D origin;
     QorMathPoint2D grip; ///< from the origin to where it was taken hold of
@@ -218,8 +225,6 @@ protected:
     void BeginDrag(const QorMouseEvent& iMouse, const std::vector<QorVar<QorRep>>& iPath) override;
     void Drag(const QorMouseEvent& iMouse) override;
 
-    [[nodiscard]] QorViewer* GetViewer() const { return viewer; }
-
 private:
     [[nodiscard]] QorMathRay RayUnder(const QorMouseEvent& iMouse) const;
     /// The point of space that the mouse holds in the present mode.
@@ -227,7 +232,6 @@ private:
     [[nodiscard]] QorMathPoint
     OnBall(const QorMathRay& iRay, const QorMathPoint& iCenter, const QorMathVector& iSight) const;
 
-    QorViewer* viewer;
     Qor3DRep_var rep;
     QorMathAxis position;
     QorMathAxis startPosition;

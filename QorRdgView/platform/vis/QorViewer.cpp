@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 QorImplementClass(QorViewer, QorDialog)
 
@@ -26,7 +27,14 @@ QorViewer::QorViewer(
     : QorDialog(iFather, iName, iStyle), support(QorMake<QorSupport>(iWidth, iHeight)) {}
 
 QorViewer::~QorViewer() {
-    GetCallbackManager()->DispatchCallbacks(VIEWER_DESTROYED, this);
+    AnnounceEnd();
+    for (QorManipulator* manipulator : manipulators)
+        manipulator->viewer = nullptr;
+}
+
+void QorViewer::AnnounceEnd() {
+    if (!std::exchange(endAnnounced, true))
+        GetCallbackManager()->DispatchCallbacks(VIEWER_DESTROYED, this);
 }
 
 void QorViewer::GetGraphicSize(float& oWidth, float& oHeight) const {
@@ -92,7 +100,7 @@ QorManipulator* QorViewer::PickPlane(const QorMathPoint2D& iPixel, QorPickPath& 
     double bestDistance = 0.0;
     for (QorManipulator* manipulator : manipulators) {
         const auto* flat = dynamic_cast<Qor2DManipulator*>(manipulator);
-        if (flat == nullptr || !flat->IsPickable() || flat == indicator)
+        if (flat == nullptr || !flat->IsPickable())
             continue;
         const Qor2DViewpoint& viewpoint = *flat->GetViewpoint();
         const QorMathPoint2D point = viewpoint.PixelToModel(iPixel, width, height, unit);

@@ -58,9 +58,6 @@ class QorViewer : public QorDialog {
 
     void SetForegroundIndicator(Qor2DIndicator* iIndicator) { indicator = iIndicator; }
 
-    void AddManipulator(QorManipulator* iManipulator);
-    void RemoveManipulator(QorManipulator* iManipulator);
-
     [[nodiscard]] const std::vector<QorManipulator*>& GetManipulators() const {
         return manipulators;
     }
@@ -73,6 +70,9 @@ class QorViewer : public QorDialog {
 
 protected:
     ~QorViewer() override;
+    /// Dispatches VIEWER_DESTROYED, once. Destructors of derived classes call it while all of the
+    /// viewer is there.
+    void AnnounceEnd();
 
     /// What the viewer itself does with a mouse that nobody took.
     virtual bool Navigate(const QorMouseEvent& /*iMouse*/) { return false; }
@@ -87,6 +87,9 @@ protected:
     }
 
 private:
+    friend class QorManipulator;
+    void AddManipulator(QorManipulator* iManipulator);
+    void RemoveManipulator(QorManipulator* iManipulator);
     /// The best of the 2D manipulators under a pixel.
     [[nodiscard]] QorManipulator* PickPlane(const QorMathPoint2D& iPixel, QorPickPath& oPath) const;
 
@@ -98,6 +101,7 @@ private:
     Qor2DIndicator* indicator = nullptr;
     QorColor background{255, 255, 255, 255};
     unsigned long drawCount = 0;
+    bool endAnnounced = false;
 };
 
 /// A viewer of the plane.
@@ -120,7 +124,7 @@ class Qor2DViewer : public QorViewer {
     void SetViewBox(double iLeft, double iRight, double iBottom, double iTop);
 
 protected:
-    ~Qor2DViewer() override = default;
+    ~Qor2DViewer() override;
 
 private:
     Qor2DViewpoint_var main = QorMake<Qor2DViewpoint>();
@@ -164,7 +168,7 @@ class Qor3DViewer : public QorViewer {
     void SetGround(QorRsc3DGroundRep* iGround) { ground = iGround; }
 
 protected:
-    ~Qor3DViewer() override = default;
+    ~Qor3DViewer() override;
     [[nodiscard]] QorPickPath PickSpace(const QorMathPoint2D& iPixel) const override;
 
 private:
