@@ -9,41 +9,44 @@
 
 QorImplementClass(QorRdgOptionsDialog, QorDlgDialog)
 
-    namespace {
+namespace {
 
-    constexpr const char* repositoryName = "RenderingOptionsSettings";
-    constexpr const char* catalogName = "QorRdgOptionsDialog";
+constexpr const char* repositoryName = "RenderingOptionsSettings";
+constexpr const char* catalogName = "QorRdgOptionsDialog";
 
-    /// Makes a widget of the dialog in its cells of the grid.
-    template <class Widget>
-    Widget* Place(QorDialog * iDialog, const char* iName, const QorGridCell& iCell) {
-        auto* widget = new Widget(iDialog, iName);
-        widget->SetGridConstraints(iCell.row, iCell.column, iCell.width, iCell.height,
-                                   iCell.justification);
-        return widget;
-    }
+/// Makes a widget of the dialog in its cells of the grid.
+template <class Widget>
+Widget* Place(QorDialog* iDialog, const char* iName, const QorGridCell& iCell) {
+    auto* widget = new Widget(iDialog, iName);
+    widget->SetGridConstraints(iCell.row, iCell.column, iCell.width, iCell.height,
+                               iCell.justification);
+    return widget;
+}
 
-    QorDlgCombo* PlaceCombo(QorDialog * iDialog, const char* iName, const QorGridCell& iCell,
-                            std::initializer_list<const char*> iLineKeys, int iVisibleTextWidth) {
-        auto* combo = Place<QorDlgCombo>(iDialog, iName, iCell);
-        for (const char* key : iLineKeys)
-            combo->SetLine(QorMsgCatalog::BuildMessage(catalogName, key));
-        combo->SetVisibleTextWidth(iVisibleTextWidth);
-        return combo;
-    }
+QorDlgCombo* PlaceCombo(QorDialog* iDialog,
+                        const char* iName,
+                        const QorGridCell& iCell,
+                        std::initializer_list<const char*> iLineKeys,
+                        int iVisibleTextWidth) {
+    auto* combo = Place<QorDlgCombo>(iDialog, iName, iCell);
+    for (const char* key : iLineKeys)
+        combo->SetLine(QorMsgCatalog::BuildMessage(catalogName, key));
+    combo->SetVisibleTextWidth(iVisibleTextWidth);
+    return combo;
+}
 
-    int ReadNumber(const QorSettingRepository& iSettings, const char* iKey, int iDefault) {
-        int value = iDefault;
-        return iSettings.ReadSetting(iKey, &value) ? value : iDefault;
-    }
+int ReadNumber(const QorSettingRepository& iSettings, const char* iKey, int iDefault) {
+    int value = iDefault;
+    return iSettings.ReadSetting(iKey, &value) ? value : iDefault;
+}
 
-    void WriteNumber(QorSettingRepository & ioSettings, const char* iKey, int iValue) {
-        ioSettings.WriteSetting(iKey, &iValue);
-    }
+void WriteNumber(QorSettingRepository& ioSettings, const char* iKey, int iValue) {
+    ioSettings.WriteSetting(iKey, &iValue);
+}
 
 } // namespace
 
-QorRdgOptionsDialog::QorRdgOptionsDialog(QorDialog* iFather,
+QorRdgOptionsDialog::QorRdgOptionsDialog(QorCommand* iFather,
                                          const QorString& iName,
                                          QorDlgStyle iStyle)
     : QorDlgDialog(iFather, iName, iStyle | QorDlgWndOKCancel | QorDlgGridLayout) {

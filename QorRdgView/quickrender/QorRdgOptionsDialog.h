@@ -19,11 +19,11 @@ class QorDlgSpinner;
 class QorRdgOptionsDialog : public QorDlgDialog {
     QorDeclareClass(QorRdgOptionsDialog)
 
-        /// OK and Cancel buttons are added to \p iStyle. The dialog is filled, and hidden until
-        /// shown.
-        QorRdgOptionsDialog(QorDialog* iFather,
-                            const QorString& iName,
-                            QorDlgStyle iStyle = QorDlgDefaultStyle);
+    /// OK and Cancel buttons are added to \p iStyle. The dialog is filled, and hidden until
+    /// shown.
+    QorRdgOptionsDialog(QorCommand* iFather,
+                        const QorString& iName,
+                        QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     /// Opens the repository and shows its values; keys that are absent show the middle quality,
     /// final gathering, the resolution of the screen, 300 and pixels per inch.
