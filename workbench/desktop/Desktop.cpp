@@ -9,9 +9,16 @@
 #include <QApplication>
 #include <QWidget>
 
+/// The icons lie in a static library, whose resources nobody else asks for. Qt's macro wants the
+/// global namespace.
+static void loadIcons() {
+    Q_INIT_RESOURCE(qor_icons);
+}
+
 namespace qor::desktop {
 
 Desktop::Desktop(ThemeChoice choice) : theme_(choice), toolkit_(std::make_unique<QtToolkit>()) {
+    loadIcons();
     QApplication::setWindowIcon(icon(QStringLiteral("application")));
     QApplication::setQuitOnLastWindowClosed(false);
     QorToolkit::Install(toolkit_.get());

@@ -23,8 +23,9 @@ QByteArray drawing(const QString& name) {
 
 QByteArray recolored(QByteArray svg, const QColor& ink) {
     const Colors& colors = Theme::colors();
+    const bool off = ink == colors.disabled; // then without colours of its own
     const auto put = [&](const char* from, const QColor& to) {
-        svg.replace(from, to.name(QColor::HexRgb).toLatin1());
+        svg.replace(from, (off ? ink : to).name(QColor::HexRgb).toLatin1());
     };
     put("#0000ff", colors.accent);
     put("#00ff00", colors.field);
