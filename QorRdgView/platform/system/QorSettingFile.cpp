@@ -15,7 +15,7 @@ std::string_view TakeLine(std::string_view& ioText) {
     const std::size_t end = std::min(ioText.find('\n'), ioText.size());
     std::string_view line = ioText.substr(0, end);
     ioText.remove_prefix(std::min(end + 1, ioText.size()));
-    if (line.ends_with('\r'))
+    while (line.ends_with('\r'))
         line.remove_suffix(1);
     return line;
 }
