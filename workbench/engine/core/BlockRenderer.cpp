@@ -49,111 +49,138 @@ Vec2 BlockRenderer::filterOffset(const Vec2& u) const {
     return {0.5F + r * std::cos(phi), 0.5F + r * std::sin(phi)};
 }
 
-PathState BlockRenderer::stateOf(const Lane& lane, const Ray& ray) const {
+PathState BlockRenderer::stateOf(const LanePlaces& places, const RayHitPacket& packet, std::size_t lane) const {
     PathState state;
-    state.origin = ray.origin;
-    state.direction = ray.direction;
-    state.tNear = ray.tNear;
+    state.origin = {packet.ray.org_x[lane], packet.ray.org_y[lane], packet.ray.org_z[lane]};
+    state.direction = {packet.ray.dir_x[lane], packet.ray.dir_y[lane], packet.ray.dir_z[lane]};
+    state.tNear = packet.ray.tnear[lane];
     state.budget = tracer_.fullBudget();
     state.cone = camera_.cone();
-    state.raster = camera_.raster(lane.x, lane.y);
+    state.raster = camera_.raster(places.x[lane], places.y[lane]);
     return state;
 }
 
 BlockSums BlockRenderer::render(int x, int y, const BlockWork& work) {
     std::array<std::uint32_t, blockPixels> seeds{};
     for (int i = 0; i < blockPixels; ++i)
-        seeds[static_cast<std::size_t>(i)] =
-            pixelSeed(x + i % blockWidth, y + i / blockWidth, options_.seed);
+        seeds[static_cast<std::size_t>(i)] = pixelSeed(x + i % blockWidth, y + i / blockWidth, options_.seed);
     BlockSums sums;
-    Lanes lanes;
-    Results results;
+    LanePlaces places;
+    LaneColors colors;
+    std::array<std::size_t, packetWidth> pixels{};
+    int pixel = 0;
+    int sample = 0;
     for (int first = 0; first < work.count * blockPixels; first += packetWidth) {
-        for (int i = 0; i < packetWidth; ++i) {
+        for (std::size_t i = 0; i < packetWidth; ++i) {
             // Pixel by pixel, so that the rays of a packet lie as close together as can be.
-            const int pixel = (first + i) / work.count;
-            Lane& lane = lanes[static_cast<std::size_t>(i)];
-            lane.seed = seeds[static_cast<std::size_t>(pixel)];
-            lane.index = static_cast<std::uint32_t>(work.first + (first + i) % work.count);
-            const Vec2 offset = filterOffset(scrambledPoint(lane.index, lane.seed));
-            lane.x = static_cast<float>(x + pixel % blockWidth) + offset.x;
-            lane.y = static_cast<float>(y + pixel / blockWidth) + offset.y;
+            pixels[i] = static_cast<std::size_t>(pixel);
+            places.seed[i] = seeds[pixels[i]];
+            places.index[i] = static_cast<std::uint32_t>(work.first + sample);
+            if (++sample == work.count) {
+                sample = 0;
+                ++pixel;
+            }
         }
-        trace(lanes, results);
-        for (int i = 0; i < packetWidth; ++i) {
-            const auto pixel = static_cast<std::size_t>((first + i) / work.count);
-            const PathResult& r = results[static_cast<std::size_t>(i)];
-            const float light = luminance(r.color);
-            sums.rgba[pixel * 4] += r.color.x;
-            sums.rgba[pixel * 4 + 1] += r.color.y;
-            sums.rgba[pixel * 4 + 2] += r.color.z;
-            sums.rgba[pixel * 4 + 3] += r.alpha;
-            sums.squares[pixel] += light * light;
+        place(x, y, pixels, places);
+        trace(places, colors);
+        for (std::size_t i = 0; i < packetWidth; ++i) {
+            float* rgba = sums.rgba.data() + pixels[i] * 4;
+            const float light = luminance({colors.red[i], colors.green[i], colors.blue[i]});
+            rgba[0] += colors.red[i];
+            rgba[1] += colors.green[i];
+            rgba[2] += colors.blue[i];
+            rgba[3] += colors.alpha[i];
+            sums.squares[pixels[i]] += light * light;
         }
     }
     return sums;
 }
 
+/// Chooses each lane's place in its pixel.
+void BlockRenderer::place(int x, int y, const std::array<std::size_t, packetWidth>& pixels, LanePlaces& places) const {
+    alignas(32) std::array<Vec2, packetWidth> offsets;
+    for (std::size_t i = 0; i < packetWidth; ++i)
+        offsets[i] = scrambledPoint(places.index[i], places.seed[i]);
+    for (std::size_t i = 0; i < packetWidth; ++i) {
+        const Vec2 offset = filterOffset(offsets[i]);
+        places.x[i] = static_cast<float>(x + static_cast<int>(pixels[i] % blockWidth)) + offset.x;
+        places.y[i] = static_cast<float>(y + static_cast<int>(pixels[i] / blockWidth)) + offset.y;
+    }
+}
+
 std::array<std::array<float, 4>, packetWidth> BlockRenderer::renderCoarse(int x, int y) {
     constexpr int cell = 4;
-    Lanes lanes;
+    LanePlaces places;
     for (int i = 0; i < packetWidth; ++i) {
         const int cellX = x + i % blockWidth * cell;
         const int cellY = y + i / blockWidth * cell;
-        lanes[static_cast<std::size_t>(i)] = {static_cast<float>(cellX) + 0.5F * cell,
-                                              static_cast<float>(cellY) + 0.5F * cell,
-                                              pixelSeed(cellX, cellY, options_.seed), 0};
+        const auto lane = static_cast<std::size_t>(i);
+        places.x[lane] = static_cast<float>(cellX) + 0.5F * cell;
+        places.y[lane] = static_cast<float>(cellY) + 0.5F * cell;
+        places.seed[lane] = pixelSeed(cellX, cellY, options_.seed);
     }
-    Results results;
-    trace(lanes, results);
+    LaneColors colors;
+    trace(places, colors);
     std::array<std::array<float, 4>, packetWidth> pixels{};
     for (std::size_t i = 0; i < pixels.size(); ++i)
-        pixels[i] = {results[i].color.x, results[i].color.y, results[i].color.z, results[i].alpha};
+        pixels[i] = {colors.red[i], colors.green[i], colors.blue[i], colors.alpha[i]};
     return pixels;
 }
 
-void BlockRenderer::trace(const Lanes& lanes, Results& results) {
+void BlockRenderer::trace(const LanePlaces& places, LaneColors& colors) {
     alignas(32) RayHitPacket packet;
-    PacketMask all;
-    for (std::size_t i = 0; i < packetWidth; ++i) {
-        put(packet.ray, i, camera_.at(lanes[i].x, lanes[i].y));
-        packet.hit.geomID[i] = Hit::none;
-        packet.hit.instID[0][i] = Hit::none;
-        all.lane[i] = -1;
-    }
+    static const PacketMask all{{-1, -1, -1, -1, -1, -1, -1, -1}};
+    camera_.at(places.x, places.y, packet);
     tracer_.counts().camera += packetWidth;
     if (scene_.hasObjects())
         scene_.structure().intersect(all, packet);
+    if (plain_.apply()) {
+        showBackground(places, packet, colors);
+        if (plain_.shade(packet, colors, tracer_.counts()))
+            return;
+    }
+    traceAny(places, packet, colors);
+}
 
+void BlockRenderer::showBackground(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors) {
+    for (std::size_t i = 0; i < packetWidth; ++i)
+        if (packet.hit.geomID[i] == Hit::none)
+            colors.set(i, tracer_.leaving(stateOf(places, packet, i)), 0.0F);
+}
+
+void BlockRenderer::traceAny(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors) {
     SeenLanes seen;
     for (std::size_t i = 0; i < packetWidth; ++i) {
-        const Lane& lane = lanes[i];
-        const PathState state = stateOf(lane, camera_.at(lane.x, lane.y));
-        Sampler sampler = pathSampler(lane.seed, lane.index);
+        const PathState state = stateOf(places, packet, i);
+        Sampler sampler = pathSampler(places.seed[i], places.index[i]);
         const Hit hit = hitOf(packet, i);
         const float farthest = hit ? hit.t : infinity;
-        if (hitGround(scene_.scene().ground, state.origin, state.direction, farthest) >= 0.0F) {
-            results[i] = tracer_.trace(state, sampler);
+        const bool onGround = hitGround(scene_.scene().ground, state.origin, state.direction, farthest) >= 0.0F;
+        if (!hit && !onGround) {
+            colors.set(i, tracer_.lightsOnTheWay(state, infinity) + tracer_.leaving(state), 0.0F);
             continue;
         }
-        if (!hit) {
-            results[i] = {tracer_.lightsOnTheWay(state, infinity) + tracer_.leaving(state), 0.0F};
+        Surface surface;
+        if (!onGround)
+            surface = surfaceAt(scene_, hit, state.direction, state.cone);
+        if (onGround || surface.material.opacity < 1.0F) {
+            const PathResult result = tracer_.trace(state, sampler);
+            colors.set(i, result.color, result.alpha);
             continue;
         }
-        const Surface surface = surfaceAt(scene_, hit, state.direction, state.cone);
-        if (surface.material.opacity < 1.0F) {
-            results[i] = tracer_.trace(state, sampler);
-            continue;
-        }
-        results[i] = {tracer_.lightsOnTheWay(state, farthest), 1.0F};
+        colors.set(i, tracer_.lightsOnTheWay(state, farthest), 1.0F);
         seen[i].emplace(Seen{state, tracer_.vertexAt(state, surface), sampler, {}});
     }
     addDirectLight(seen);
-    for (std::size_t i = 0; i < packetWidth; ++i)
-        if (seen[i])
-            results[i].color +=
-                seen[i]->direct +
-                tracer_.indirectLight(seen[i]->vertex, seen[i]->state, seen[i]->sampler);
+    for (std::size_t i = 0; i < packetWidth; ++i) {
+        if (!seen[i])
+            continue;
+        const Color light =
+            seen[i]->direct + tracer_.indirectLight(seen[i]->vertex, seen[i]->state, seen[i]->sampler);
+        colors.red[i] += light.x;
+        colors.green[i] += light.y;
+        colors.blue[i] += light.z;
+    }
 }
 
 /// Lights that are looked at by every lane go in packets; where light passes through surfaces, or

@@ -2,7 +2,7 @@
 
 #include "workbench/engine/core/Adaptive.h"
 #include "workbench/engine/core/CameraRays.h"
-#include "workbench/engine/core/PathTracer.h"
+#include "workbench/engine/core/PlainPackets.h"
 
 #include <optional>
 
@@ -16,7 +16,8 @@ public:
                   const CameraRays& camera,
                   const RenderOptions& options,
                   const GatherCache* cache)
-        : scene_(scene), camera_(camera), options_(options), tracer_(scene, options, cache) {}
+        : scene_(scene), camera_(camera), options_(options), tracer_(scene, options, cache)
+        , plain_(scene, options, tracer_.fullBudget(), cache != nullptr) {}
 
     /// Samples of all pixels of the block whose first pixel is (\p x, \p y), also of those outside
     /// the picture: so the packets of a block are the same whatever is cut out of the picture.
@@ -28,18 +29,6 @@ public:
     RayCounts& counts() { return tracer_.counts(); }
 
 private:
-    /// What a packet is to look at: a place in the picture and a sample's random numbers for each
-    /// lane.
-    struct Lane {
-        float x = 0.0F;
-        float y = 0.0F;
-        std::uint32_t seed = 0;
-        std::uint32_t index = 0;
-    };
-
-    using Lanes = std::array<Lane, packetWidth>;
-    using Results = std::array<PathResult, packetWidth>;
-
     /// A lane that has met a surface.
     struct Seen {
         PathState state;
@@ -51,15 +40,19 @@ private:
     using SeenLanes = std::array<std::optional<Seen>, packetWidth>;
 
     Vec2 filterOffset(const Vec2& u) const;
-    void trace(const Lanes& lanes, Results& results);
+    void place(int x, int y, const std::array<std::size_t, packetWidth>& pixels, LanePlaces& places) const;
+    void trace(const LanePlaces& places, LaneColors& colors);
+    void traceAny(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
+    void showBackground(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
     void addDirectLight(SeenLanes& seen);
     void addLight(SeenLanes& seen, int light);
-    PathState stateOf(const Lane& lane, const Ray& ray) const;
+    PathState stateOf(const LanePlaces& places, const RayHitPacket& packet, std::size_t lane) const;
 
     const CompiledScene& scene_;
     const CameraRays& camera_;
     const RenderOptions& options_;
     PathTracer tracer_;
+    PlainPackets plain_;
 };
 
 } // namespace qor::engine

@@ -9,9 +9,9 @@ namespace {
 constexpr float infinity = std::numeric_limits<float>::infinity();
 /// Layers of cut-out or see-through surfaces that one ray passes.
 constexpr int maxLayers = 64;
-/// After a diffuse bounce, reflectors are at least this rough unless caustics are asked for: what
-/// they focus could be found only by chance, as speckles.
-constexpr float calmRoughness = 0.4F;
+/// Unless caustics are asked for, reflectors that a path meets behind a rough one are at least this share as rough: what they
+/// focus could be found only by chance, as speckles. (Path space regularisation, Kaplanyan and Dachsbacher 2013.)
+constexpr float calmShare = 0.5F;
 /// From here on paths end by chance in proportion to what they still carry.
 constexpr int bouncesBeforeRoulette = 3;
 /// Lights that each surface seen by the camera, and each one behind, looks at.
@@ -95,9 +95,9 @@ bool PathTracer::advance(PathState& state, Sampler& sampler, Surface& surface, P
 
 Vertex PathTracer::vertexAt(const PathState& state, const Surface& surface) const {
     SurfaceMaterial material = surface.material;
-    if (!state.straight && !options_.caustics && material.transmission == 0.0F) {
-        material.roughness = std::max(material.roughness, calmRoughness);
-        material.clearcoatRoughness = std::max(material.clearcoatRoughness, calmRoughness);
+    if (!options_.caustics && material.transmission == 0.0F) {
+        material.roughness = std::max(material.roughness, state.roughness * calmShare);
+        material.clearcoatRoughness = std::max(material.clearcoatRoughness, state.roughness * calmShare);
     }
     Vertex vertex{surface, Bsdf(material, surface.normal, surface.toEye, surface.frontFace),
                   {},      1.0F,
@@ -183,6 +183,7 @@ bool PathTracer::scatter(PathState& state, const Vertex& vertex, Sampler& sample
     state.cone.width = surface.footprint;
     state.cone.spread =
         lobe == Lobe::diffuse ? diffuseSpread : state.cone.spread + vertex.bsdf.alpha(lobe) * 0.25F;
+    state.roughness = std::max(state.roughness, lobe == Lobe::diffuse ? 1.0F : std::sqrt(vertex.bsdf.alpha(lobe)));
     --state.budget.total;
     state.budget.diffuse -= lobe == Lobe::diffuse ? 1 : 0;
     state.budget.refractions -= lobe == Lobe::transmission ? 1 : 0;

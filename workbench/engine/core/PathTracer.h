@@ -33,6 +33,7 @@ struct PathState {
     float pdf = std::numeric_limits<float>::infinity();
     float lightPick = 1.0F; ///< expected number of looks of the last surface at a given light
     float uncovered = 1.0F; ///< what see-through ground has left of the background
+    float roughness = 0.0F;     ///< largest of the reflectors that have scattered it
     int bounces = 0;        ///< surfaces that have scattered it
     bool lightsCounted =
         false;               ///< the last surface has already seen all lights that can be sampled
