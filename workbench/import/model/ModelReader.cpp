@@ -53,11 +53,12 @@ void checkExtent(const Product& product) {
 Product
 read(const std::filesystem::path& file, const ImportSettings& settings, ImportReport& report) {
     const ModelFormat format = detectFormat(file);
-    Product product = isBrep(format)
-                          ? productOf(readShapeDocument(file, format, report), settings, report)
-                          : readScene(file, format, report);
+    const std::string name = file.stem().string();
+    Product product = isBrep(format) ? productOf(readShapeDocument(file, format, report), settings,
+                                                 name, report)
+                                     : readScene(file, format, report);
     product.sourceFile = file.filename().string();
-    product.name = file.stem().string();
+    product.name = name;
     if (const auto fault = document::findFault(product))
         throw ImportError("it makes no sound product: " + *fault);
     checkExtent(product);

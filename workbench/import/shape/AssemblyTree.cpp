@@ -114,7 +114,7 @@ private:
         document::Part& part = product_.parts.emplace_back();
         part.name = nameOf(definition);
         if (part.name.empty())
-            part.name = "Part " + std::to_string(index + 1);
+            part.name = index == 0 ? product_.name : "Part " + std::to_string(index + 1);
         if (XCAFDoc_ShapeTool::IsAssembly(definition))
             part.material = labelMaterial(definition);
         else
@@ -192,9 +192,12 @@ private:
 
 } // namespace
 
-Product
-productOf(const ShapeDocument& shapes, const ImportSettings& settings, ImportReport& report) {
+Product productOf(const ShapeDocument& shapes,
+                  const ImportSettings& settings,
+                  const std::string& fallbackName,
+                  ImportReport& report) {
     Product product;
+    product.name = fallbackName;
     product.unit = shapes.unit;
     TreeBuilder(shapes, settings, report, product).build();
     if (product.meshes.empty())

@@ -72,8 +72,8 @@ ShapeDocument readIges(const std::filesystem::path& file, ImportReport& report) 
     expectRead(report.inLibrary([&] { return reader.ReadFile(file.c_str()); }), "IGES");
     const IGESData_GlobalSection section = reader.IGESModel()->GlobalSection();
     const std::string name = section.UnitName().IsNull() ? "unit" : section.UnitName()->ToCString();
-    // The section gives its unit in metres.
-    ShapeDocument result{newDocument(), sensibleUnit(name, section.UnitValue() * 1000)};
+    // The section gives its unit in those of the session, which are millimetres.
+    ShapeDocument result{newDocument(), sensibleUnit(name, section.UnitValue())};
     transfer(reader, result.document, report);
     return result;
 }
@@ -109,6 +109,8 @@ void silence() {
 ShapeDocument
 readShapeDocument(const std::filesystem::path& file, ModelFormat format, ImportReport& report) {
     silence();
+    // Otherwise nameless shapes are called "COMPOUND" and "SOLID".
+    XCAFDoc_ShapeTool::SetAutoNaming(false);
     report.enter("read", 0, readShare);
     switch (format) {
     case ModelFormat::Step:
