@@ -49,7 +49,9 @@ Vec2 BlockRenderer::filterOffset(const Vec2& u) const {
     return {0.5F + r * std::cos(phi), 0.5F + r * std::sin(phi)};
 }
 
-PathState BlockRenderer::stateOf(const LanePlaces& places, const RayHitPacket& packet, std::size_t lane) const {
+PathState BlockRenderer::stateOf(const LanePlaces& places,
+                                 const RayHitPacket& packet,
+                                 std::size_t lane) const {
     PathState state;
     state.origin = {packet.ray.org_x[lane], packet.ray.org_y[lane], packet.ray.org_z[lane]};
     state.direction = {packet.ray.dir_x[lane], packet.ray.dir_y[lane], packet.ray.dir_z[lane]};
@@ -63,7 +65,8 @@ PathState BlockRenderer::stateOf(const LanePlaces& places, const RayHitPacket& p
 BlockSums BlockRenderer::render(int x, int y, const BlockWork& work) {
     std::array<std::uint32_t, blockPixels> seeds{};
     for (int i = 0; i < blockPixels; ++i)
-        seeds[static_cast<std::size_t>(i)] = pixelSeed(x + i % blockWidth, y + i / blockWidth, options_.seed);
+        seeds[static_cast<std::size_t>(i)] =
+            pixelSeed(x + i % blockWidth, y + i / blockWidth, options_.seed);
     BlockSums sums;
     LanePlaces places;
     LaneColors colors;
@@ -97,7 +100,10 @@ BlockSums BlockRenderer::render(int x, int y, const BlockWork& work) {
 }
 
 /// Chooses each lane's place in its pixel.
-void BlockRenderer::place(int x, int y, const std::array<std::size_t, packetWidth>& pixels, LanePlaces& places) const {
+void BlockRenderer::place(int x,
+                          int y,
+                          const std::array<std::size_t, packetWidth>& pixels,
+                          LanePlaces& places) const {
     alignas(32) std::array<Vec2, packetWidth> offsets;
     for (std::size_t i = 0; i < packetWidth; ++i)
         offsets[i] = scrambledPoint(places.index[i], places.seed[i]);
@@ -142,20 +148,25 @@ void BlockRenderer::trace(const LanePlaces& places, LaneColors& colors) {
     traceAny(places, packet, colors);
 }
 
-void BlockRenderer::showBackground(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors) {
+void BlockRenderer::showBackground(const LanePlaces& places,
+                                   const RayHitPacket& packet,
+                                   LaneColors& colors) {
     for (std::size_t i = 0; i < packetWidth; ++i)
         if (packet.hit.geomID[i] == Hit::none)
             colors.set(i, tracer_.leaving(stateOf(places, packet, i)), 0.0F);
 }
 
-void BlockRenderer::traceAny(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors) {
+void BlockRenderer::traceAny(const LanePlaces& places,
+                             const RayHitPacket& packet,
+                             LaneColors& colors) {
     SeenLanes seen;
     for (std::size_t i = 0; i < packetWidth; ++i) {
         const PathState state = stateOf(places, packet, i);
         Sampler sampler = pathSampler(places.seed[i], places.index[i]);
         const Hit hit = hitOf(packet, i);
         const float farthest = hit ? hit.t : infinity;
-        const bool onGround = hitGround(scene_.scene().ground, state.origin, state.direction, farthest) >= 0.0F;
+        const bool onGround =
+            hitGround(scene_.scene().ground, state.origin, state.direction, farthest) >= 0.0F;
         if (!hit && !onGround) {
             colors.set(i, tracer_.lightsOnTheWay(state, infinity) + tracer_.leaving(state), 0.0F);
             continue;
@@ -175,8 +186,8 @@ void BlockRenderer::traceAny(const LanePlaces& places, const RayHitPacket& packe
     for (std::size_t i = 0; i < packetWidth; ++i) {
         if (!seen[i])
             continue;
-        const Color light =
-            seen[i]->direct + tracer_.indirectLight(seen[i]->vertex, seen[i]->state, seen[i]->sampler);
+        const Color light = seen[i]->direct + tracer_.indirectLight(seen[i]->vertex, seen[i]->state,
+                                                                    seen[i]->sampler);
         colors.red[i] += light.x;
         colors.green[i] += light.y;
         colors.blue[i] += light.z;

@@ -16,7 +16,10 @@ public:
                   const CameraRays& camera,
                   const RenderOptions& options,
                   const GatherCache* cache)
-        : scene_(scene), camera_(camera), options_(options), tracer_(scene, options, cache)
+        : scene_(scene)
+        , camera_(camera)
+        , options_(options)
+        , tracer_(scene, options, cache)
         , plain_(scene, options, tracer_.fullBudget(), cache != nullptr) {}
 
     /// Samples of all pixels of the block whose first pixel is (\p x, \p y), also of those outside
@@ -40,7 +43,10 @@ private:
     using SeenLanes = std::array<std::optional<Seen>, packetWidth>;
 
     Vec2 filterOffset(const Vec2& u) const;
-    void place(int x, int y, const std::array<std::size_t, packetWidth>& pixels, LanePlaces& places) const;
+    void place(int x,
+               int y,
+               const std::array<std::size_t, packetWidth>& pixels,
+               LanePlaces& places) const;
     void trace(const LanePlaces& places, LaneColors& colors);
     void traceAny(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
     void showBackground(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);

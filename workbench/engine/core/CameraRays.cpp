@@ -25,7 +25,8 @@ CameraRays::CameraRays(const Camera& camera, const RenderOptions& options)
         cone_ = {0.0F, pixel};
 }
 
-void CameraRays::at(const std::array<float, packetWidth>& x, const std::array<float, packetWidth>& y,
+void CameraRays::at(const std::array<float, packetWidth>& x,
+                    const std::array<float, packetWidth>& y,
                     RayHitPacket& packet) const {
     RTCRay8& rays = packet.ray;
     for (std::size_t i = 0; i < packetWidth; ++i) {

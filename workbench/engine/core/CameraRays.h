@@ -17,7 +17,10 @@ public:
     Ray at(float x, float y) const;
 
     /// The same for eight places, with what else a packet needs.
-    void at(const std::array<float, packetWidth>& x, const std::array<float, packetWidth>& y, RayHitPacket& packet) const;
+    void at(const std::array<float, packetWidth>& x,
+            const std::array<float, packetWidth>& y,
+            RayHitPacket& packet) const;
+
     /// How wide the rays of one pixel are.
     const RayCone& cone() const { return cone_; }
 

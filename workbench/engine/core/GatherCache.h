@@ -3,6 +3,7 @@
 #include "workbench/engine/core/Vec.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace qor::engine {
@@ -12,18 +13,50 @@ struct GatherPoint {
     Vec3 position;
     Vec3 normal;
     Color irradiance;
-    float radius = 0.0F; ///< how far it may be used
-    Vec3 towardsMore;    ///< reserved direction of growth of the irradiance's luminance along the
-                         ///< surface
+    float radius = 0.0F; ///< typical distance of what lights it: small where light changes quickly
 };
 
-/// Points of gathered light and what lies between them. Filled in rounds; while it is read nobody
-/// writes.
+/// Points of gathered light, and the light between them by interpolation. Filled in rounds: points
+/// are added, then index() makes them visible; while it is read nobody writes, so that the result
+/// does not depend on threads. Method: irradiance caching, Ward et al. 1988, with the points found
+/// beforehand.
 class GatherCache {
 public:
-    /// Irradiance at \p position under \p normal, without light that is sampled. False where points
-    /// are too sparse.
+    /// Error allowed, as a share of a point's radius and the turn of the normal together.
+    static constexpr float allowedError = 0.25F;
+
+    /// Adds points; they count after the next index().
+    void add(const std::vector<GatherPoint>& points);
+    void index();
+
+    std::size_t size() const { return points_.size(); }
+
+    std::size_t memory() const;
+
+    /// Whether points are dense enough around a place.
+    bool covers(const Vec3& position, const Vec3& normal) const;
+    /// Irradiance at \p position under \p normal, without light that is sampled. Where points are
+    /// sparse, twice the error is allowed; false where even that finds none.
     bool irradiance(const Vec3& position, const Vec3& normal, Color& result) const;
+
+private:
+    /// Cells of one size in a hash table; a point stands in every cell that it could be used in.
+    struct Level {
+        float cellSize = 0.0F;
+        std::uint32_t mask = 0; ///< table size - 1
+        std::vector<std::uint32_t>
+            starts; ///< of each table entry in `members`, one more at the end
+        std::vector<std::uint32_t> members; ///< indices of points
+    };
+
+    static Level buildLevel(float cellSize,
+                            const std::vector<GatherPoint>& points,
+                            const std::vector<std::uint32_t>& members);
+    template <typename Visit>
+    void visit(const Vec3& position, const Vec3& normal, Visit&& visit) const;
+
+    std::vector<GatherPoint> points_;
+    std::vector<Level> levels_;
 };
 
 } // namespace qor::engine

@@ -37,6 +37,12 @@ void PathTracer::shadeGround(PathState& state,
                              const Surface& surface,
                              PathResult& result) {
     const Ground& ground = scene_.scene().ground;
+    if (spots_ != nullptr) {
+        if (ground.transparency < 1.0F)
+            collectAt(vertexAt(state, surface));
+        state.throughput *= ground.transparency;
+        return;
+    }
     float covered = 0.0F;
     Color light;
     if (ground.reflectivity > 0.0F && state.budget.reflections > 0 && state.budget.total > 0) {

@@ -9,8 +9,9 @@ namespace {
 constexpr float infinity = std::numeric_limits<float>::infinity();
 /// Layers of cut-out or see-through surfaces that one ray passes.
 constexpr int maxLayers = 64;
-/// Unless caustics are asked for, reflectors that a path meets behind a rough one are at least this share as rough: what they
-/// focus could be found only by chance, as speckles. (Path space regularisation, Kaplanyan and Dachsbacher 2013.)
+/// Unless caustics are asked for, reflectors that a path meets behind a rough one are at least this
+/// share as rough: what they focus could be found only by chance, as speckles. (Path space
+/// regularisation, Kaplanyan and Dachsbacher 2013.)
 constexpr float calmShare = 0.5F;
 /// From here on paths end by chance in proportion to what they still carry.
 constexpr int bouncesBeforeRoulette = 3;
@@ -30,16 +31,42 @@ PathBudget PathTracer::fullBudget() const {
             options_.raytracing ? depth.refractions : 0, bounces, std::max(depth.total, bounces)};
 }
 
-PathResult PathTracer::trace(PathState state, Sampler& sampler) {
+PathResult PathTracer::trace(PathState state, Sampler& sampler, float* firstDistance) {
     PathResult result;
     Surface surface;
     while (advance(state, sampler, surface, result)) {
+        if (firstDistance != nullptr) {
+            *firstDistance = surface.distance;
+            firstDistance = nullptr;
+        }
         const Vertex vertex = vertexAt(state, surface);
         result.color += state.throughput * (directLight(vertex, sampler) + ownLight(vertex, state));
         if (!scatter(state, vertex, sampler))
             break;
     }
     return result;
+}
+
+void PathTracer::collect(PathState state, Sampler& sampler, std::vector<Surface>& spots) {
+    spots_ = &spots;
+    PathResult ignored;
+    Surface surface;
+    while (advance(state, sampler, surface, ignored)) {
+        Vertex vertex = vertexAt(state, surface);
+        collectAt(vertex);
+        vertex.gathered = true;
+        setProbabilities(state, vertex);
+        if (!scatter(state, vertex, sampler))
+            break;
+    }
+    spots_ = nullptr;
+}
+
+void PathTracer::collectAt(const Vertex& vertex) {
+    const Surface& surface = vertex.surface;
+    if (maxComponent(vertex.bsdf.diffuseAlbedo()) > 0.0F &&
+        !cache_->covers(surface.position, surface.normal))
+        spots_->push_back(surface);
 }
 
 Color PathTracer::indirectLight(const Vertex& vertex, PathState state, Sampler& sampler) {
@@ -97,7 +124,8 @@ Vertex PathTracer::vertexAt(const PathState& state, const Surface& surface) cons
     SurfaceMaterial material = surface.material;
     if (!options_.caustics && material.transmission == 0.0F) {
         material.roughness = std::max(material.roughness, state.roughness * calmShare);
-        material.clearcoatRoughness = std::max(material.clearcoatRoughness, state.roughness * calmShare);
+        material.clearcoatRoughness =
+            std::max(material.clearcoatRoughness, state.roughness * calmShare);
     }
     Vertex vertex{surface, Bsdf(material, surface.normal, surface.toEye, surface.frontFace),
                   {},      1.0F,
@@ -135,6 +163,7 @@ void PathTracer::setProbabilities(const PathState& state, Vertex& vertex) const 
         !scene_.environment().isBlack() && !scene_.environment().isSampled();
     const bool ambient = state.straight && maxComponent(scene_.ambient()) > 0.0F;
     float sum = 0.0F;
+    vertex.probability = {};
     for (int i = 0; i < lobeCount; ++i) {
         const Lobe lobe{i};
         const bool diffuse = lobe == Lobe::diffuse;
@@ -183,7 +212,8 @@ bool PathTracer::scatter(PathState& state, const Vertex& vertex, Sampler& sample
     state.cone.width = surface.footprint;
     state.cone.spread =
         lobe == Lobe::diffuse ? diffuseSpread : state.cone.spread + vertex.bsdf.alpha(lobe) * 0.25F;
-    state.roughness = std::max(state.roughness, lobe == Lobe::diffuse ? 1.0F : std::sqrt(vertex.bsdf.alpha(lobe)));
+    state.roughness = std::max(state.roughness,
+                               lobe == Lobe::diffuse ? 1.0F : std::sqrt(vertex.bsdf.alpha(lobe)));
     --state.budget.total;
     state.budget.diffuse -= lobe == Lobe::diffuse ? 1 : 0;
     state.budget.refractions -= lobe == Lobe::transmission ? 1 : 0;

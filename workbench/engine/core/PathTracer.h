@@ -6,6 +6,7 @@
 
 #include <array>
 #include <limits>
+#include <vector>
 
 namespace qor::engine {
 
@@ -33,7 +34,7 @@ struct PathState {
     float pdf = std::numeric_limits<float>::infinity();
     float lightPick = 1.0F; ///< expected number of looks of the last surface at a given light
     float uncovered = 1.0F; ///< what see-through ground has left of the background
-    float roughness = 0.0F;     ///< largest of the reflectors that have scattered it
+    float roughness = 0.0F; ///< largest of the reflectors that have scattered it
     int bounces = 0;        ///< surfaces that have scattered it
     bool lightsCounted =
         false;               ///< the last surface has already seen all lights that can be sampled
@@ -70,7 +71,12 @@ public:
     PathBudget fullBudget() const;
 
     /// Light that arrives along \p state.
-    PathResult trace(PathState state, Sampler& sampler);
+    /// \p firstDistance, if given, becomes the distance of the first surface; it stays as it is
+    /// when there is none.
+    PathResult trace(PathState state, Sampler& sampler, float* firstDistance = nullptr);
+    /// Appends to \p spots the surfaces along a camera ray, in mirrors and through glass too, whose
+    /// indirect light the cache does not cover.
+    void collect(PathState state, Sampler& sampler, std::vector<Surface>& spots);
 
     /// Scattering at a surface reached by \p state.
     Vertex vertexAt(const PathState& state, const Surface& surface) const;
@@ -102,6 +108,7 @@ private:
     /// none.
     bool advance(PathState& state, Sampler& sampler, Surface& surface, PathResult& result);
     Color background(const PathState& state) const;
+    void collectAt(const Vertex& vertex);
     Color ownLight(const Vertex& vertex, const PathState& state) const;
     Color emitted(const PathState& state, const Surface& surface) const;
     float lightWeight(const PathState& state, float lightPdf) const;
@@ -123,6 +130,7 @@ private:
     const CompiledScene& scene_;
     const RenderOptions& options_;
     const GatherCache* cache_;
+    std::vector<Surface>* spots_ = nullptr; ///< while collecting
     RayCounts counts_;
 };
 

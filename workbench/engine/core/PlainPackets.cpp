@@ -21,7 +21,10 @@ struct WorldTriangle {
     bool plain = false;
 };
 
-void setUp(const CompiledScene& scene, unsigned instanceIndex, unsigned triangleIndex, WorldTriangle& t) {
+void setUp(const CompiledScene& scene,
+           unsigned instanceIndex,
+           unsigned triangleIndex,
+           WorldTriangle& t) {
     const CompiledInstance& instance = scene.instance(instanceIndex);
     const CompiledMaterial& material = scene.material(scene.materialOf(instance, triangleIndex));
     const auto& index = instance.mesh->triangles[triangleIndex];
@@ -34,7 +37,8 @@ void setUp(const CompiledScene& scene, unsigned instanceIndex, unsigned triangle
     for (std::size_t i = 0; i < 3; ++i)
         t.corners[i] = instance.transform.point(instance.mesh->positions[index[i]]);
     const auto& p = instance.mesh->positions;
-    t.flat = normalize(instance.normals(cross(p[index[1]] - p[index[0]], p[index[2]] - p[index[0]])));
+    t.flat =
+        normalize(instance.normals(cross(p[index[1]] - p[index[0]], p[index[2]] - p[index[0]])));
     for (std::size_t i = 0; t.smooth && i < 3; ++i) {
         const Vec3 n = instance.normals(instance.mesh->normals[index[i]]);
         const float size = length(n);
@@ -60,19 +64,22 @@ struct PlainPackets::Lanes {
     alignas(32) Floats blue{};
 };
 
-PlainPackets::PlainPackets(const CompiledScene& scene, const RenderOptions& options, const PathBudget& budget,
+PlainPackets::PlainPackets(const CompiledScene& scene,
+                           const RenderOptions& options,
+                           const PathBudget& budget,
                            bool gathers)
     : scene_(scene) {
     const bool constantEnvironment = !scene.environment().isBlack();
     const bool indirect = budget.diffuse > 0 && budget.total > 0;
-    if (constantEnvironment || indirect || gathers || scene.hasTransparency() || !scene.hasObjects() ||
-        scene.scene().ground.visible)
+    if (constantEnvironment || indirect || gathers || scene.hasTransparency() ||
+        !scene.hasObjects() || scene.scene().ground.visible)
         return;
     for (const Light& light : scene.scene().lights) {
         const auto* sun = std::get_if<DirectionalLight>(&light);
         if (sun == nullptr || !scene.lights().isDelta(static_cast<int>(suns_.size())))
             return;
-        suns_.push_back({normalize(-sun->direction), sun->irradiance / pi, sun->castsShadows && options.shadows});
+        suns_.push_back({normalize(-sun->direction), sun->irradiance / pi,
+                         sun->castsShadows && options.shadows});
     }
     apply_ = scene.lights().count() == static_cast<int>(suns_.size());
 }
@@ -120,13 +127,17 @@ bool PlainPackets::gather(const RayHitPacket& packet, Lanes& lanes) const {
     return true;
 }
 
-void PlainPackets::addSun(const Sun& sun, const Lanes& lanes, LaneColors& light, RayCounts& counts) const {
+void PlainPackets::addSun(const Sun& sun,
+                          const Lanes& lanes,
+                          LaneColors& light,
+                          RayCounts& counts) const {
     alignas(32) RayPacket packet;
     alignas(32) Floats cosine;
     PacketMask asked;
     std::uint64_t rays = 0;
     for (std::size_t i = 0; i < width; ++i) {
-        cosine[i] = lanes.nx[i] * sun.towards.x + lanes.ny[i] * sun.towards.y + lanes.nz[i] * sun.towards.z;
+        cosine[i] =
+            lanes.nx[i] * sun.towards.x + lanes.ny[i] * sun.towards.y + lanes.nz[i] * sun.towards.z;
         asked.lane[i] = cosine[i] > 0.0F ? lanes.hit[i] : 0;
         cosine[i] = asked.lane[i] != 0 ? cosine[i] : 0.0F;
         rays += asked.lane[i] != 0 ? 1 : 0;

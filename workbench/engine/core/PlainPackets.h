@@ -6,7 +6,8 @@
 
 namespace qor::engine {
 
-/// What a packet of camera rays is to look at: a place in the picture in pixels, and the random numbers, of each lane.
+/// What a packet of camera rays is to look at: a place in the picture in pixels, and the random
+/// numbers, of each lane.
 struct LanePlaces {
     alignas(32) std::array<float, packetWidth> x{};
     alignas(32) std::array<float, packetWidth> y{};
@@ -29,18 +30,22 @@ struct LaneColors {
     }
 };
 
-/// The short way for what products are mostly looked at as: matt surfaces of one colour under directional lights without
-/// extent, nothing see-through, no indirect light. Eight lanes are shaded side by side, without materials, textures or
-/// lobes being built, so that hardly anything but ray tracing is left.
+/// The short way for what products are mostly looked at as: matt surfaces of one colour under
+/// directional lights without extent, nothing see-through, no indirect light. Eight lanes are
+/// shaded side by side, without materials, textures or lobes being built, so that hardly anything
+/// but ray tracing is left.
 class PlainPackets {
 public:
-    PlainPackets(const CompiledScene& scene, const RenderOptions& options, const PathBudget& budget, bool gathers);
+    PlainPackets(const CompiledScene& scene,
+                 const RenderOptions& options,
+                 const PathBudget& budget,
+                 bool gathers);
 
     /// Whether any packet of this scene could take the short way.
     bool apply() const { return apply_; }
 
-    /// Shades the lanes of \p packet that have hit something; the others keep their colour. False, and nothing done, when a
-    /// lane sees a surface that is not plain.
+    /// Shades the lanes of \p packet that have hit something; the others keep their colour. False,
+    /// and nothing done, when a lane sees a surface that is not plain.
     bool shade(const RayHitPacket& packet, LaneColors& colors, RayCounts& counts) const;
 
 private:

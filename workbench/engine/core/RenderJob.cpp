@@ -1,5 +1,7 @@
 #include "workbench/engine/core/RenderJob.h"
 
+#include "workbench/engine/core/FinalGatherer.h"
+
 #include <tbb/parallel_for.h>
 #include <tbb/task_arena.h>
 
@@ -99,7 +101,10 @@ void RenderJob::render() {
         if (state_ == RenderState::preparing)
             state_ = RenderState::tracing;
     }
-    if (!renderPasses(scene, nullptr))
+    GatherCache cache;
+    if (options_.finalGather.on && !fillCache(scene, cache))
+        return end(RenderState::aborted, {});
+    if (!renderPasses(scene, options_.finalGather.on ? &cache : nullptr))
         return end(RenderState::aborted, {});
     fraction_ = 1.0F;
     end(RenderState::finished, {});
@@ -156,6 +161,57 @@ bool RenderJob::renderCoarse(const CompiledScene& scene) {
     hasPicture_ = true;
     ++revision_;
     notify(true);
+    return true;
+}
+
+bool RenderJob::fillCache(const CompiledScene& scene, GatherCache& cache) {
+    const auto start = Clock::now();
+    bool first = true;
+    for (const int step : FinalGatherer::steps) {
+        if (!fillRound(scene, cache, step, first))
+            return false;
+        first = false;
+        const std::scoped_lock lock(stateMutex_);
+        stats_.gatherSeconds = secondsSince(start);
+        stats_.gatherPoints = cache.size();
+    }
+    return true;
+}
+
+/// Finds uncovered spots row by row, then gathers at all of them, then lets the cache know: nothing
+/// in a round depends on what another worker does in it.
+bool RenderJob::fillRound(const CompiledScene& scene, GatherCache& cache, int step, bool first) {
+    const CameraRays camera(camera_, options_);
+    const BlockGrid& grid = film_.grid();
+    const auto rows = static_cast<std::size_t>((grid.bottom - grid.top + step - 1) / step);
+    std::vector<std::vector<Surface>> spotsOfRow(rows);
+    onWorkers(rows, 1, [&] {
+        return [&, gatherer = FinalGatherer(scene, camera, options_, cache)](std::size_t row,
+                                                                             std::size_t) mutable {
+            const int y = grid.top + static_cast<int>(row) * step;
+            for (int x = grid.left; x < grid.right; x += step)
+                if (first || (x - grid.left) % (2 * step) != 0 || (y - grid.top) % (2 * step) != 0)
+                    gatherer.look(x, y, spotsOfRow[row]);
+            addRays(gatherer.takeCounts());
+        };
+    });
+    std::vector<Surface> spots;
+    for (const std::vector<Surface>& row : spotsOfRow)
+        spots.insert(spots.end(), row.begin(), row.end());
+    std::vector<GatherPoint> points(spots.size());
+    const auto before = static_cast<std::uint32_t>(cache.size());
+    onWorkers(spots.size(), 4, [&] {
+        return [&, gatherer = FinalGatherer(scene, camera, options_, cache)](
+                   std::size_t from, std::size_t to) mutable {
+            for (std::size_t i = from; i < to && !stop_; ++i)
+                points[i] = gatherer.gather(spots[i], before + static_cast<std::uint32_t>(i));
+            addRays(gatherer.takeCounts());
+        };
+    });
+    if (stop_)
+        return false;
+    cache.add(points);
+    cache.index();
     return true;
 }
 

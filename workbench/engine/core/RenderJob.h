@@ -43,6 +43,8 @@ private:
 
     void render();
     bool renderCoarse(const CompiledScene& scene);
+    bool fillCache(const CompiledScene& scene, GatherCache& cache);
+    bool fillRound(const CompiledScene& scene, GatherCache& cache, int step, bool first);
     bool renderPasses(const CompiledScene& scene, const GatherCache* cache);
     bool renderPass(const CompiledScene& scene,
                     const GatherCache* cache,

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "workbench/engine/core/CameraRays.h"
+#include "workbench/engine/core/GatherCache.h"
+#include "workbench/engine/core/PathTracer.h"
+
+namespace qor::engine {
+
+/// Fills a GatherCache for a picture. It looks at ever denser grids of pixels and gathers light at
+/// what they show wherever the points so far do not cover it. One object for each task; the rounds
+/// themselves are ordered by the caller.
+class FinalGatherer {
+public:
+    /// Distances of the grids' pixels, one for each round.
+    static constexpr std::array<int, 5> steps{32, 16, 8, 4, 2};
+
+    FinalGatherer(const CompiledScene& scene,
+                  const CameraRays& camera,
+                  const RenderOptions& options,
+                  const GatherCache& cache)
+        : scene_(scene)
+        , camera_(camera)
+        , options_(options)
+        , looker_(scene, options, &cache)
+        , tracer_(scene, options, nullptr) {}
+
+    /// Appends to \p spots the surfaces that pixel (\p x, \p y) shows, in mirrors and through glass
+    /// too, and that the cache does not cover.
+    void look(int x, int y, std::vector<Surface>& spots);
+
+    /// Gathers the light of \p spot; \p number makes its random numbers its own.
+    GatherPoint gather(const Surface& spot, std::uint32_t number);
+
+    /// All rays, counted as gather rays.
+    RayCounts takeCounts();
+
+private:
+    const CompiledScene& scene_;
+    const CameraRays& camera_;
+    const RenderOptions& options_;
+    PathTracer looker_;
+    PathTracer tracer_;
+};
+
+} // namespace qor::engine
