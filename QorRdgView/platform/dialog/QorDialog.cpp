@@ -4,7 +4,7 @@
 
 QorImplementClass(QorDialog, QorCommand)
 
-    QorDialog::QorDialog(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
+QorDialog::QorDialog(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
     : QorCommand(iFather, iName), style(iStyle), fatherDialog(dynamic_cast<QorDialog*>(iFather)) {}
 
 QorDialog::~QorDialog() {

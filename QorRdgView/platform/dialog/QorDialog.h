@@ -22,10 +22,8 @@
 class QorDialog : public QorCommand {
     QorDeclareClass(QorDialog)
 
-        /// \p iFather may be null for windows.
-        QorDialog(QorCommand* iFather,
-                  const QorString& iName,
-                  QorDlgStyle iStyle = QorDlgDefaultStyle);
+    /// \p iFather may be null for windows.
+    QorDialog(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] QorDlgStyle GetStyle() const { return style; }
 

@@ -1,11 +1,10 @@
 #include "platform/dialog/QorDlgButton.h"
 
-QorImplementClass(QorDlgPushButton, QorDialog) QorImplementClass(QorDlgCheckButton, QorDialog)
-    QorImplementClass(QorDlgRadioButton, QorDialog)
+QorImplementClass(QorDlgPushButton, QorDialog)
+QorImplementClass(QorDlgCheckButton, QorDialog)
+QorImplementClass(QorDlgRadioButton, QorDialog)
 
-        QorDlgPushButton::QorDlgPushButton(QorCommand* iFather,
-                                           const QorString& iName,
-                                           QorDlgStyle iStyle)
+QorDlgPushButton::QorDlgPushButton(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
     : QorDialog(iFather, iName, iStyle) {}
 
 QorUserResult QorDlgPushButton::UserPress() {

@@ -7,9 +7,9 @@
 class QorDlgPushButton : public QorDialog {
     QorDeclareClass(QorDlgPushButton)
 
-        QorDlgPushButton(QorCommand* iFather,
-                         const QorString& iName,
-                         QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgPushButton(QorCommand* iFather,
+                     const QorString& iName,
+                     QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "push button"; }
 
@@ -29,9 +29,9 @@ private:
 class QorDlgCheckButton : public QorDialog {
     QorDeclareClass(QorDlgCheckButton)
 
-        QorDlgCheckButton(QorCommand* iFather,
-                          const QorString& iName,
-                          QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgCheckButton(QorCommand* iFather,
+                      const QorString& iName,
+                      QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "check button"; }
 
@@ -64,9 +64,9 @@ private:
 class QorDlgRadioButton : public QorDialog {
     QorDeclareClass(QorDlgRadioButton)
 
-        QorDlgRadioButton(QorCommand* iFather,
-                          const QorString& iName,
-                          QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgRadioButton(QorCommand* iFather,
+                      const QorString& iName,
+                      QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "radio button"; }
 

@@ -5,9 +5,9 @@
 
 QorImplementClass(QorDlgColorEditor, QorDlgDialog)
 
-    QorDlgColorEditor::QorDlgColorEditor(QorCommand* iFather,
-                                         const QorString& iName,
-                                         QorDlgStyle iStyle)
+QorDlgColorEditor::QorDlgColorEditor(QorCommand* iFather,
+                                     const QorString& iName,
+                                     QorDlgStyle iStyle)
     : QorDlgDialog(iFather, iName, iStyle | QorDlgWndOKCancel) {}
 
 void QorDlgColorEditor::SetColor(const std::array<float, 3>& iColor) {

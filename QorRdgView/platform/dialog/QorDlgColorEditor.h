@@ -9,9 +9,9 @@
 class QorDlgColorEditor : public QorDlgDialog {
     QorDeclareClass(QorDlgColorEditor)
 
-        QorDlgColorEditor(QorCommand* iFather,
-                          const QorString& iName,
-                          QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgColorEditor(QorCommand* iFather,
+                      const QorString& iName,
+                      QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "color editor"; }
 

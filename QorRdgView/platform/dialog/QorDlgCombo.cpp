@@ -2,7 +2,7 @@
 
 QorImplementClass(QorDlgCombo, QorDialog)
 
-    QorDlgCombo::QorDlgCombo(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
+QorDlgCombo::QorDlgCombo(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
     : QorDialog(iFather, iName, iStyle) {}
 
 void QorDlgCombo::SetLine(const QorUnicodeString& iLine) {

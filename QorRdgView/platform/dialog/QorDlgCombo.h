@@ -9,9 +9,9 @@
 class QorDlgCombo : public QorDialog {
     QorDeclareClass(QorDlgCombo)
 
-        QorDlgCombo(QorCommand* iFather,
-                    const QorString& iName,
-                    QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgCombo(QorCommand* iFather,
+                const QorString& iName,
+                QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "combo"; }
 

@@ -4,12 +4,12 @@
 
 QorImplementClass(QorDlgDialog, QorDialog)
 
-    namespace {
+namespace {
 
-    std::vector<QorDlgDialog*>& AllDialogs() {
-        static std::vector<QorDlgDialog*> dialogs;
-        return dialogs;
-    }
+std::vector<QorDlgDialog*>& AllDialogs() {
+    static std::vector<QorDlgDialog*> dialogs;
+    return dialogs;
+}
 
 } // namespace
 

@@ -10,9 +10,9 @@
 class QorDlgDialog : public QorDialog {
     QorDeclareClass(QorDlgDialog)
 
-        QorDlgDialog(QorCommand* iFather,
-                     const QorString& iName,
-                     QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgDialog(QorCommand* iFather,
+                 const QorString& iName,
+                 QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "dialog"; }
 

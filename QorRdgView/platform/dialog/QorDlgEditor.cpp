@@ -2,7 +2,7 @@
 
 QorImplementClass(QorDlgEditor, QorDialog)
 
-    QorDlgEditor::QorDlgEditor(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
+QorDlgEditor::QorDlgEditor(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
     : QorDialog(iFather, iName, iStyle) {}
 
 void QorDlgEditor::SetText(const QorUnicodeString& iText, QorDlgNotifyFlag iNotify) {

@@ -8,9 +8,9 @@
 class QorDlgEditor : public QorDialog {
     QorDeclareClass(QorDlgEditor)
 
-        QorDlgEditor(QorCommand* iFather,
-                     const QorString& iName,
-                     QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgEditor(QorCommand* iFather,
+                 const QorString& iName,
+                 QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "editor"; }
 

@@ -2,15 +2,16 @@
 
 #include <filesystem>
 
-QorImplementClass(QorDlgFile, QorDlgDialog) QorImplementClass(QorDlgStdFile, QorDlgFile)
+QorImplementClass(QorDlgFile, QorDlgDialog)
+QorImplementClass(QorDlgStdFile, QorDlgFile)
 
-    namespace {
+namespace {
 
-    QorUnicodeString CurrentDirectory() {
-        std::error_code failed;
-        const std::filesystem::path directory = std::filesystem::current_path(failed);
-        return failed ? "/" : directory.string();
-    }
+QorUnicodeString CurrentDirectory() {
+    std::error_code failed;
+    const std::filesystem::path directory = std::filesystem::current_path(failed);
+    return failed ? "/" : directory.string();
+}
 
 } // namespace
 

@@ -7,10 +7,10 @@
 class QorDlgFile : public QorDlgDialog {
     QorDeclareClass(QorDlgFile)
 
-        /// With QorDlgFileSave it names a file to write, else one to read.
-        QorDlgFile(QorCommand* iFather,
-                   const QorString& iName,
-                   QorDlgStyle iStyle = QorDlgDefaultStyle);
+    /// With QorDlgFileSave it names a file to write, else one to read.
+    QorDlgFile(QorCommand* iFather,
+               const QorString& iName,
+               QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "file dialog"; }
 
@@ -80,11 +80,11 @@ private:
 class QorDlgStdFile : public QorDlgFile {
     QorDeclareClass(QorDlgStdFile)
 
-        /// \p iExtensions without dots.
-        QorDlgStdFile(QorCommand* iFather,
-                      const QorString& iName,
-                      QorDlgStyle iStyle,
-                      std::vector<QorString> iExtensions = {});
+    /// \p iExtensions without dots.
+    QorDlgStdFile(QorCommand* iFather,
+                  const QorString& iName,
+                  QorDlgStyle iStyle,
+                  std::vector<QorString> iExtensions = {});
 
     [[nodiscard]] const std::vector<QorString>& GetExtensions() const { return extensions; }
 

@@ -2,5 +2,5 @@
 
 QorImplementClass(QorDlgFrame, QorDialog)
 
-    QorDlgFrame::QorDlgFrame(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
+QorDlgFrame::QorDlgFrame(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
     : QorDialog(iFather, iName, iStyle) {}

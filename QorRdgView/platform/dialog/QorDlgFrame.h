@@ -7,9 +7,9 @@
 class QorDlgFrame : public QorDialog {
     QorDeclareClass(QorDlgFrame)
 
-        QorDlgFrame(QorCommand* iFather,
-                    const QorString& iName,
-                    QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgFrame(QorCommand* iFather,
+                const QorString& iName,
+                QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "frame"; }
 

@@ -1,8 +1,9 @@
 #include "platform/dialog/QorDlgLabel.h"
 
-QorImplementClass(QorDlgLabel, QorDialog) QorImplementClass(QorDlgSeparator, QorDialog)
+QorImplementClass(QorDlgLabel, QorDialog)
+QorImplementClass(QorDlgSeparator, QorDialog)
 
-    QorDlgLabel::QorDlgLabel(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
+QorDlgLabel::QorDlgLabel(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
     : QorDialog(iFather, iName, iStyle) {}
 
 QorDlgSeparator::QorDlgSeparator(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)

@@ -6,9 +6,9 @@
 class QorDlgLabel : public QorDialog {
     QorDeclareClass(QorDlgLabel)
 
-        QorDlgLabel(QorCommand* iFather,
-                    const QorString& iName,
-                    QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgLabel(QorCommand* iFather,
+                const QorString& iName,
+                QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "label"; }
 
@@ -20,9 +20,9 @@ protected:
 class QorDlgSeparator : public QorDialog {
     QorDeclareClass(QorDlgSeparator)
 
-        QorDlgSeparator(QorCommand* iFather,
-                        const QorString& iName,
-                        QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgSeparator(QorCommand* iFather,
+                    const QorString& iName,
+                    QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "separator"; }
 

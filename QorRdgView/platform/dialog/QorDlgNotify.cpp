@@ -7,36 +7,35 @@
 
 QorImplementClass(QorDlgNotify, QorDlgDialog)
 
-    namespace {
+namespace {
 
-    /// The boxes that are open, the innermost last.
-    std::vector<QorDlgNotify*>& OpenBoxes() {
-        static std::vector<QorDlgNotify*> boxes;
-        return boxes;
-    }
+/// The boxes that are open, the innermost last.
+std::vector<QorDlgNotify*>& OpenBoxes() {
+    static std::vector<QorDlgNotify*> boxes;
+    return boxes;
+}
 
-    std::function<void(QorDlgNotify&)>& OpenedObserver() {
-        static std::function<void(QorDlgNotify&)> observer;
-        return observer;
-    }
+std::function<void(QorDlgNotify&)>& OpenedObserver() {
+    static std::function<void(QorDlgNotify&)> observer;
+    return observer;
+}
 
-    struct Offer {
-        QorNotifyButtons buttons;
-        std::vector<QorNotifyAnswer> answers; ///< the one that declines last
+struct Offer {
+    QorNotifyButtons buttons;
+    std::vector<QorNotifyAnswer> answers; ///< the one that declines last
+};
+
+const Offer& FindOffer(QorNotifyButtons iButtons) {
+    static const std::vector<Offer> offers = {
+        {QorNotifyButtons::OK, {QorNotifyConfirm}},
+        {QorNotifyButtons::OKCancel, {QorNotifyConfirm, QorNotifyCancel}},
+        {QorNotifyButtons::YesNo, {QorNotifyConfirm, QorNotifyNo}},
+        {QorNotifyButtons::YesNoCancel, {QorNotifyConfirm, QorNotifyNo, QorNotifyCancel}},
     };
-
-    const Offer& FindOffer(QorNotifyButtons iButtons) {
-        static const std::vector<Offer> offers = {
-            {QorNotifyButtons::OK, {QorNotifyConfirm}},
-            {QorNotifyButtons::OKCancel, {QorNotifyConfirm, QorNotifyCancel}},
-            {QorNotifyButtons::YesNo, {QorNotifyConfirm, QorNotifyNo}},
-            {QorNotifyButtons::YesNoCancel, {QorNotifyConfirm, QorNotifyNo, QorNotifyCancel}},
-        };
-        const auto found = std::find_if(offers.begin(), offers.end(), [&](const Offer& iOne) {
-            return iOne.buttons == iButtons;
-        });
-        return found != offers.end() ? *found : offers.front();
-    }
+    const auto found = std::find_if(offers.begin(), offers.end(),
+                                    [&](const Offer& iOne) { return iOne.buttons == iButtons; });
+    return found != offers.end() ? *found : offers.front();
+}
 
 } // namespace
 

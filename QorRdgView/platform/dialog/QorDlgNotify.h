@@ -20,10 +20,10 @@ enum QorNotifyAnswer : int {
 class QorDlgNotify : public QorDlgDialog {
     QorDeclareClass(QorDlgNotify)
 
-        QorDlgNotify(QorCommand* iFather,
-                     const QorString& iName,
-                     QorNotifyKind iKind = QorNotifyKind::Information,
-                     QorNotifyButtons iButtons = QorNotifyButtons::OK);
+    QorDlgNotify(QorCommand* iFather,
+                 const QorString& iName,
+                 QorNotifyKind iKind = QorNotifyKind::Information,
+                 QorNotifyButtons iButtons = QorNotifyButtons::OK);
 
     [[nodiscard]] const char* GetKind() const override { return "notification"; }
 

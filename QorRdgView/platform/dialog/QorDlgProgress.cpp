@@ -2,7 +2,7 @@
 
 QorImplementClass(QorDlgProgress, QorDialog)
 
-    QorDlgProgress::QorDlgProgress(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
+QorDlgProgress::QorDlgProgress(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
     : QorDialog(iFather, iName, iStyle) {}
 
 void QorDlgProgress::SetRange(int iMin, int iMax) {

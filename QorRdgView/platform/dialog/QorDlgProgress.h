@@ -6,9 +6,9 @@
 class QorDlgProgress : public QorDialog {
     QorDeclareClass(QorDlgProgress)
 
-        QorDlgProgress(QorCommand* iFather,
-                       const QorString& iName,
-                       QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgProgress(QorCommand* iFather,
+                   const QorString& iName,
+                   QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "progress bar"; }
 

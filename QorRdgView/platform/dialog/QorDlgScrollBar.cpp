@@ -5,9 +5,7 @@
 
 QorImplementClass(QorDlgScrollBar, QorDialog)
 
-    QorDlgScrollBar::QorDlgScrollBar(QorCommand* iFather,
-                                     const QorString& iName,
-                                     QorDlgStyle iStyle)
+QorDlgScrollBar::QorDlgScrollBar(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
     : QorDialog(iFather, iName, iStyle) {}
 
 QorOrientation QorDlgScrollBar::GetOrientation() const {

@@ -8,9 +8,9 @@
 class QorDlgScrollBar : public QorDialog {
     QorDeclareClass(QorDlgScrollBar)
 
-        QorDlgScrollBar(QorCommand* iFather,
-                        const QorString& iName,
-                        QorDlgStyle iStyle = QorDlgVertical);
+    QorDlgScrollBar(QorCommand* iFather,
+                    const QorString& iName,
+                    QorDlgStyle iStyle = QorDlgVertical);
 
     [[nodiscard]] const char* GetKind() const override { return "scroll bar"; }
 

@@ -5,7 +5,7 @@
 
 QorImplementClass(QorDlgSlider, QorDialog)
 
-    QorDlgSlider::QorDlgSlider(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
+QorDlgSlider::QorDlgSlider(QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle)
     : QorDialog(iFather, iName, iStyle) {}
 
 QorOrientation QorDlgSlider::GetOrientation() const {

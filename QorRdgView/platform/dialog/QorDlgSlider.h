@@ -8,9 +8,9 @@
 class QorDlgSlider : public QorDialog {
     QorDeclareClass(QorDlgSlider)
 
-        QorDlgSlider(QorCommand* iFather,
-                     const QorString& iName,
-                     QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgSlider(QorCommand* iFather,
+                 const QorString& iName,
+                 QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "slider"; }
 

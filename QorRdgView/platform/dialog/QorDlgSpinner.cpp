@@ -9,40 +9,39 @@
 
 QorImplementClass(QorDlgSpinner, QorDialog)
 
-    namespace {
+namespace {
 
-    constexpr std::string_view digits = "0123456789";
+constexpr std::string_view digits = "0123456789";
 
-    /// What stands before and after the number in a shown text: "R " and " mm" of "R 5.0 mm".
-    std::pair<std::string_view, std::string_view> Surroundings(std::string_view iShown) {
-        const std::size_t first = std::min(iShown.find_first_of("+-.0123456789"), iShown.size());
-        const std::size_t last = iShown.find_last_of(digits);
-        const std::string_view after =
-            last == std::string_view::npos ? "" : iShown.substr(last + 1);
-        return {iShown.substr(0, first), after};
-    }
+/// What stands before and after the number in a shown text: "R " and " mm" of "R 5.0 mm".
+std::pair<std::string_view, std::string_view> Surroundings(std::string_view iShown) {
+    const std::size_t first = std::min(iShown.find_first_of("+-.0123456789"), iShown.size());
+    const std::size_t last = iShown.find_last_of(digits);
+    const std::string_view after = last == std::string_view::npos ? "" : iShown.substr(last + 1);
+    return {iShown.substr(0, first), after};
+}
 
-    std::string_view Trim(std::string_view iText) {
-        constexpr std::string_view blanks = " \t";
-        const std::size_t first = iText.find_first_not_of(blanks);
-        if (first == std::string_view::npos)
-            return {};
-        return iText.substr(first, iText.find_last_not_of(blanks) - first + 1);
-    }
+std::string_view Trim(std::string_view iText) {
+    constexpr std::string_view blanks = " \t";
+    const std::size_t first = iText.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return iText.substr(first, iText.find_last_not_of(blanks) - first + 1);
+}
 
-    /// The whole of \p iText as a finite number; a comma counts as the decimal point.
-    std::optional<double> ReadNumber(std::string_view iText) {
-        std::string text(iText.starts_with('+') ? iText.substr(1) : iText);
-        if (text.starts_with('+') || (iText.starts_with('+') && text.starts_with('-')))
-            return std::nullopt;
-        std::replace(text.begin(), text.end(), ',', '.');
-        double number = 0.0;
-        const char* end = text.data() + text.size();
-        const auto [stop, error] = std::from_chars(text.data(), end, number);
-        if (error != std::errc() || stop != end || !std::isfinite(number))
-            return std::nullopt;
-        return number;
-    }
+/// The whole of \p iText as a finite number; a comma counts as the decimal point.
+std::optional<double> ReadNumber(std::string_view iText) {
+    std::string text(iText.starts_with('+') ? iText.substr(1) : iText);
+    if (text.starts_with('+') || (iText.starts_with('+') && text.starts_with('-')))
+        return std::nullopt;
+    std::replace(text.begin(), text.end(), ',', '.');
+    double number = 0.0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || stop != end || !std::isfinite(number))
+        return std::nullopt;
+    return number;
+}
 
 } // namespace
 

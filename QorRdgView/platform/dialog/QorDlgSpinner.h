@@ -9,9 +9,9 @@
 class QorDlgSpinner : public QorDialog {
     QorDeclareClass(QorDlgSpinner)
 
-        QorDlgSpinner(QorCommand* iFather,
-                      const QorString& iName,
-                      QorDlgStyle iStyle = QorDlgDefaultStyle);
+    QorDlgSpinner(QorCommand* iFather,
+                  const QorString& iName,
+                  QorDlgStyle iStyle = QorDlgDefaultStyle);
 
     [[nodiscard]] const char* GetKind() const override { return "spinner"; }
 
