@@ -48,6 +48,7 @@ macro(qor_fuzz_build)
     add_custom_target(fuzzers ALL USES_TERMINAL VERBATIM COMMENT "Building the fuzzers"
       COMMAND ${CMAKE_COMMAND} -G Ninja -S "${PROJECT_SOURCE_DIR}" -B "${QOR_FUZZ_DIR}" --log-level=WARNING
         -DQOR_FUZZING=ON -DCMAKE_CXX_COMPILER=${QOR_CLANG} -DCMAKE_BUILD_TYPE=RelWithDebInfo
+        "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1 -gline-tables-only"
         "-DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}" > /dev/null
       COMMAND ${CMAKE_COMMAND} --build "${QOR_FUZZ_DIR}" --target fuzzers -- --quiet -j ${_cores})
   endif()

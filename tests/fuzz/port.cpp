@@ -1,58 +1,63 @@
-// Any bytes from a client of the port: lines come out the same however the bytes arrive, every line
-// becomes requests that can be answered, and an answer is one line.
-#include "tests/fuzz/Require.h"
+// The port's messages: any bytes, cut into lines and read as requests; every answer that could be
+// given to them is printed.
 #include "workbench/automation/LineReader.h"
 #include "workbench/automation/Message.h"
+#include "workbench/automation/Method.h"
 
 #include <cstddef>
 #include <cstdint>
-
-using namespace qor::automation;
+#include <cstdlib>
 
 namespace {
 
-constexpr std::size_t limit = 512;
+using namespace qor::automation;
 
-std::vector<LineReader::Line> cut(std::string_view bytes, std::size_t step) {
-    LineReader reader(limit);
-    std::vector<LineReader::Line> lines;
-    const auto take = [&] {
-        while (auto line = reader.next())
-            lines.push_back(std::move(*line));
-    };
-    for (; !bytes.empty(); bytes.remove_prefix(std::min(step, bytes.size()))) {
-        reader.add(bytes.substr(0, step));
-        take();
-    }
-    reader.finish();
-    take();
-    return lines;
+constexpr std::size_t limit = 4096;
+
+const Method& anyMethod() {
+    static const Method method{.name = "any",
+                               .params = {{"text", ParamKind::text},
+                                          optional("number", ParamKind::number),
+                                          optional("integer", ParamKind::integer),
+                                          optional("numbers", ParamKind::numbers)},
+                               .run = {}};
+    return method;
 }
 
-void answer(const Request& request) {
-    require(request.params.is_object(), "parameters are an object");
-    const std::string line = printLine(
-        request.error ? makeError(request.id, request.error->code(), request.error->what())
-                      : makeResult(request.id, request.params));
-    require(line.find('\n') == line.size() - 1, "an answer is one line");
-    require(Json::accept(line), "an answer is JSON");
+/// What a port would send for the request.
+std::string answer(const Request& request) {
+    try {
+        if (request.error)
+            throw Error(*request.error);
+        checkParams(anyMethod(), request.params);
+        return printLine(makeResult(request.id, request.params));
+    } catch (const Error& error) {
+        return printLine(makeError(request.id, error.code(), error.what()));
+    }
+}
+
+/// An answer must be one line that is JSON again and holds the id.
+void check(const Request& request) {
+    const std::string line = answer(request);
+    const Json read = Json::parse(line);
+    if (line.find('\n') != line.size() - 1 || read.at("id") != request.id)
+        std::abort();
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    const auto lines = cut(bytes, size + 1);
-    const auto slowly = cut(bytes, 3);
-    require(lines.size() == slowly.size(), "as many lines however they arrive");
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        require(lines[i].isTooLong == slowly[i].isTooLong && lines[i].text == slowly[i].text,
-                "the same lines however they arrive");
-        require(lines[i].text.size() <= limit, "no line is longer than the limit");
-        const Message message = readMessage(lines[i].text);
-        require(!message.requests.empty(), "a line holds a request");
+    LineReader reader(limit);
+    reader.add({reinterpret_cast<const char*>(data), size});
+    reader.finish();
+    while (const auto line = reader.next()) {
+        if (line->text.size() > limit)
+            std::abort();
+        const Message message = line->isTooLong ? tooLongMessage(limit) : readMessage(line->text);
+        if (message.requests.empty())
+            std::abort();
         for (const Request& request : message.requests)
-            answer(request);
+            check(request);
     }
     return 0;
 }
