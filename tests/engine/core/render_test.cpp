@@ -1,0 +1,303 @@
+#include "tests/engine/core/TestScenes.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <thread>
+
+namespace qor::engine::testing {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// A ball, a box and a floor of different materials under two lights and a faint sky.
+Scene stillLife() {
+    Material metal;
+    metal.baseColor = {0.9F, 0.7F, 0.3F};
+    metal.metallic = 1.0F;
+    metal.roughness = 0.3F;
+    Material plastic;
+    plastic.baseColor = {0.7F, 0.1F, 0.1F};
+    plastic.roughness = 0.4F;
+    Scene scene = sceneOf({sphere(1.0F, 48), box({1.2F, -0.6F, -1.0F}, {2.4F, 0.6F, 0.4F}),
+                           quad({-6, -6, -1}, {12, 0, 0}, {0, 12, 0})},
+                          {metal, plastic, diffuse({0.6F, 0.6F, 0.6F})});
+    scene.lights = {DirectionalLight{{0.3F, 0.5F, -1}, {2, 2, 2}, 0.05F, true},
+                    PointLight{{-3, -3, 3}, {8, 8, 9}, 0.0F, true}};
+    scene.environment = constant(0.2F);
+    return scene;
+}
+
+RenderOptions stillLifeOptions() {
+    RenderOptions options;
+    options.width = 70;
+    options.height = 51;
+    options.depth.diffuseBounces = 1;
+    options.samples.minimum = options.samples.maximum = 8;
+    return options;
+}
+
+const Camera camera = lookFrom({2, -6, 2.5F}, 45.0F);
+
+bool samePixels(const Image& a, const Image& b) {
+    return a.width == b.width && a.height == b.height && a.rgba == b.rgba;
+}
+
+TEST(Determinism, TheNumberOfThreadsDoesNotMatter) {
+    for (const bool gather : {false, true})
+        for (const bool adaptive : {false, true}) {
+            RenderOptions options = stillLifeOptions();
+            options.finalGather.on = gather;
+            options.finalGather.rays = 64;
+            options.samples.maximum = adaptive ? 32 : 8;
+            options.threads = 1;
+            const Image one = rendered(stillLife(), camera, options);
+            options.threads = 4;
+            EXPECT_TRUE(samePixels(one, rendered(stillLife(), camera, options))) << gather << adaptive;
+        }
+}
+
+TEST(Determinism, ProgressOrNotGivesTheSameMeanAndAnotherSeedAnotherPicture) {
+    RenderOptions options = stillLifeOptions();
+    const Image a = rendered(stillLife(), camera, options);
+    options.seed = 7;
+    const Image b = rendered(stillLife(), camera, options);
+    EXPECT_FALSE(samePixels(a, b));
+    EXPECT_NEAR(meanOf(a, 0, 0, 70, 51), meanOf(b, 0, 0, 70, 51), 0.01);
+}
+
+TEST(Region, IsTheSameRectangleOfTheWholePicture) {
+    RenderOptions options = stillLifeOptions();
+    const Image whole = rendered(stillLife(), camera, options);
+    options.region = Region{13, 7, 30, 21}; // y from the bottom
+    const Image part = rendered(stillLife(), camera, options);
+    for (int y = 0; y < 51; ++y)
+        for (int x = 0; x < 70; ++x) {
+            const bool inside = x >= 13 && x < 43 && y >= 51 - 28 && y < 51 - 7;
+            for (int c = 0; c < 4; ++c)
+                ASSERT_EQ(part.pixel(x, y)[c], inside ? whole.pixel(x, y)[c] : 0.0F) << x << ' ' << y;
+        }
+}
+
+TEST(Region, WithGatheringAndAdaptiveSamplingItIsCloseToTheWholePicture) {
+    RenderOptions options = stillLifeOptions();
+    options.finalGather.on = true;
+    options.samples.maximum = 64;
+    const Image whole = rendered(stillLife(), camera, options);
+    options.region = Region{13, 7, 30, 21};
+    const Image part = rendered(stillLife(), camera, options);
+    EXPECT_NEAR(meanOf(part, 13, 23, 43, 44), meanOf(whole, 13, 23, 43, 44), 0.02 * meanOf(whole, 13, 23, 43, 44));
+}
+
+TEST(Region, OutsideThePictureIsRefused) {
+    RenderOptions options = stillLifeOptions();
+    for (const Region region : {Region{70, 0, 5, 5}, Region{-9, 0, 9, 9}, Region{0, 51, 3, 3}, Region{3, 3, 0, 5}}) {
+        options.region = region;
+        const auto render = Render::start(stillLife(), camera, options);
+        ASSERT_FALSE(render);
+        EXPECT_EQ(render.error().code, ErrorCode::emptyRegion);
+    }
+    options.region = Region{60, 40, 1000, 1000};
+    EXPECT_TRUE(Render::start(stillLife(), camera, options));
+}
+
+TEST(Abort, DetachesAtOnceAndPixelsStay) {
+    RenderOptions options = stillLifeOptions();
+    options.width = options.height = 800;
+    options.samples.minimum = options.samples.maximum = 4096;
+    std::atomic<int> calls{0};
+    auto render = Render::start(stillLife(), camera, options, [&] { ++calls; }).value();
+    while (!render.progress().hasPicture)
+        std::this_thread::yield();
+    const auto start = Clock::now();
+    render.abort();
+    const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    EXPECT_LT(seconds, 0.05);
+    EXPECT_EQ(render.progress().state, RenderState::aborted);
+    const int callsThen = calls;
+    EXPECT_GT(callsThen, 0);
+    Image first;
+    render.snapshot(first);
+    waitForAllRenders();
+    Image second;
+    render.snapshot(second);
+    EXPECT_TRUE(samePixels(first, second));
+    EXPECT_EQ(calls, callsThen);
+    EXPECT_GT(meanOf(second, 0, 0, 800, 800), 0.01);
+}
+
+TEST(Abort, AtAnyMomentEndsEveryWorker) {
+    RenderOptions options = stillLifeOptions();
+    options.finalGather.on = true;
+    options.samples.minimum = options.samples.maximum = 64;
+    for (int i = 0; i < 30; ++i) {
+        auto render = Render::start(stillLife(), camera, options).value();
+        for (int k = 0; k < i * i * 20; ++k)
+            std::this_thread::yield();
+        if (i % 2 == 0)
+            render.abort();
+    }
+    waitForAllRenders();
+}
+
+TEST(Abort, FromItsOwnListenerWorks) {
+    RenderOptions options = stillLifeOptions();
+    options.samples.minimum = options.samples.maximum = 1024;
+    std::atomic<Render*> running{nullptr};
+    std::atomic<bool> aborted{false};
+    auto render = Render::start(stillLife(), camera, options, [&] {
+                      if (Render* r = running; r != nullptr && !aborted.exchange(true))
+                          r->abort();
+                  }).value();
+    running = &render;
+    EXPECT_EQ(render.wait(), RenderState::aborted);
+    waitForAllRenders();
+}
+
+TEST(Progress, GoesForwardsToTheEnd) {
+    RenderOptions options = stillLifeOptions();
+    options.samples.minimum = options.samples.maximum = 64;
+    auto render = Render::start(stillLife(), camera, options).value();
+    RenderProgress last;
+    while (last.state == RenderState::preparing || last.state == RenderState::tracing) {
+        const RenderProgress now = render.progress();
+        EXPECT_GE(now.fraction, last.fraction);
+        EXPECT_GE(now.revision, last.revision);
+        last = now;
+        Image image;
+        render.snapshot(image);
+        EXPECT_EQ(image.rgba.size(), 70U * 51U * 4U);
+    }
+    EXPECT_EQ(last.state, RenderState::finished);
+    EXPECT_EQ(last.fraction, 1.0F);
+    const RenderStats stats = render.stats();
+    EXPECT_GE(stats.rays.camera, 70U * 51U * 64U);
+    EXPECT_GT(stats.rays.shadow, 0U);
+    EXPECT_GT(stats.rays.diffuse, 0U);
+    EXPECT_GT(stats.passes, 1);
+    EXPECT_LE(stats.filmBytes, (72U * 52U) * 40U);
+}
+
+TEST(TimeLimit, EndsWithAWholePicture) {
+    RenderOptions options = stillLifeOptions();
+    options.samples.minimum = options.samples.maximum = 1 << 20;
+    options.timeLimitSeconds = 0.2;
+    RenderStats stats;
+    const auto image = renderImage(stillLife(), camera, options, &stats);
+    ASSERT_TRUE(image);
+    EXPECT_GT(stats.passes, 0);
+}
+
+TEST(Structures, AreBuiltOnceForAllRenders) {
+    const Scene scene = stillLife();
+    ASSERT_TRUE(scene.assembly->prepare());
+    RenderStats stats;
+    ASSERT_TRUE(renderImage(scene, camera, stillLifeOptions(), &stats));
+    const std::size_t bytes = stats.sceneBytes;
+    ASSERT_TRUE(renderImage(scene, lookFrom({5, 5, 5}), stillLifeOptions(), &stats));
+    EXPECT_EQ(stats.sceneBytes, bytes);
+}
+
+TEST(Adaptive, SpendsSamplesWhereThePictureIsNoisy) {
+    RenderOptions options = stillLifeOptions();
+    options.samples = {4, 256, 0.01F, {}};
+    RenderStats stats;
+    const auto image = renderImage(stillLife(), camera, options, &stats);
+    ASSERT_TRUE(image);
+    EXPECT_GT(stats.samples, 72U * 52U * 4U);
+    EXPECT_LT(stats.samples, 72U * 52U * 200U);
+}
+
+double relativeError(const Image& image, const Image& reference) {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < image.rgba.size(); i += 4) {
+        const double l = luminance({image.rgba[i], image.rgba[i + 1], image.rgba[i + 2]});
+        const double r = luminance({reference.rgba[i], reference.rgba[i + 1], reference.rgba[i + 2]});
+        sum += (l - r) * (l - r) / (r * r + 1e-3);
+    }
+    return sum * 4.0 / static_cast<double>(image.rgba.size());
+}
+
+TEST(Adaptive, MeetsANoiseTarget) {
+    RenderOptions options = stillLifeOptions();
+    options.samples.minimum = options.samples.maximum = 2048;
+    const Image reference = rendered(stillLife(), camera, options);
+    for (const float target : {0.01F, 0.001F}) {
+        options.samples = {4, 4096, 0.0F, target};
+        EXPECT_LT(relativeError(rendered(stillLife(), camera, options), reference), 1.2 * target) << target;
+    }
+}
+
+/// Quantile of the normal distribution for \p p close to 0, by bisection of its integral.
+double quantile(double p) {
+    double low = -40.0;
+    double high = 0.0;
+    for (int i = 0; i < 200; ++i) {
+        const double middle = 0.5 * (low + high);
+        (0.5 * std::erfc(-middle / std::sqrt(2.0)) < p ? low : high) = middle;
+    }
+    return low;
+}
+
+TEST(Statistics, ManySeedsAgreeWithOneLongRender) {
+    // Welch's Z for each pixel; significance 0.01 for the whole picture by Šidák's correction.
+    constexpr int seeds = 48;
+    RenderOptions options = stillLifeOptions();
+    options.progressive = false;
+    options.samples.minimum = options.samples.maximum = 16;
+    std::vector<double> sum;
+    std::vector<double> squares;
+    for (int seed = 0; seed < seeds; ++seed) {
+        options.seed = 100 + static_cast<std::uint32_t>(seed);
+        const Image image = rendered(stillLife(), camera, options);
+        sum.resize(image.rgba.size());
+        squares.resize(image.rgba.size());
+        for (std::size_t i = 0; i < image.rgba.size(); ++i) {
+            sum[i] += image.rgba[i];
+            squares[i] += double{image.rgba[i]} * image.rgba[i];
+        }
+    }
+    options.seed = 1;
+    options.samples.minimum = options.samples.maximum = 16 * 256;
+    const Image reference = rendered(stillLife(), camera, options);
+    const std::size_t pixels = reference.rgba.size() / 4;
+    const double perPixel = 1.0 - std::pow(0.99, 1.0 / static_cast<double>(pixels));
+    const double limit = -quantile(0.5 * perPixel);
+    std::size_t good = 0;
+    for (std::size_t i = 0; i < reference.rgba.size(); i += 4) {
+        const double mean = sum[i] / seeds;
+        const double variance = std::max(0.0, (squares[i] - seeds * mean * mean) / (seeds - 1));
+        const double deviation = std::sqrt(variance * (1.0 / seeds + 1.0 / 256.0)) + 2e-5 * (mean + 0.01);
+        good += std::abs(mean - reference.rgba[i]) <= limit * deviation ? 1 : 0;
+    }
+    EXPECT_GE(static_cast<double>(good), 0.9975 * static_cast<double>(pixels));
+}
+
+TEST(FinalGather, AgreesWithPathTracing) {
+    // A corner of two walls and a floor: the colour of one bleeds onto the others.
+    Scene scene = sceneOf({quad({-2, -2, 0}, {4, 0, 0}, {0, 4, 0}), quad({-2, 2, 0}, {4, 0, 0}, {0, 0, 3}),
+                           quad({-2, -2, 0}, {0, 4, 0}, {0, 0, 3}), sphere(0.5F, 48)},
+                          {diffuse({0.7F, 0.7F, 0.7F}), diffuse({0.8F, 0.2F, 0.2F}), diffuse({0.2F, 0.3F, 0.8F}),
+                           diffuse({0.8F, 0.8F, 0.8F})});
+    scene.lights = {AreaLight{{0, -1, 3.5F}, {0, 1, 0}, {1, 0, 0}, {12, 12, 12}, false, true, true}};
+    const Camera view = lookFrom({4, -5, 4}, 40.0F);
+    RenderOptions options = plainOptions(64, 256);
+    options.depth = {4, 4, 10, 3};
+    const Image traced = rendered(scene, view, options);
+    options.samples.minimum = options.samples.maximum = 16;
+    options.finalGather.on = true;
+    options.finalGather.rays = 512;
+    RenderStats stats;
+    const auto gathered = renderImage(scene, view, options, &stats);
+    ASSERT_TRUE(gathered);
+    EXPECT_GT(stats.gatherPoints, 50U);
+    EXPECT_LT(stats.gatherPoints, 3000U);
+    for (int channel = 0; channel < 3; ++channel)
+        EXPECT_NEAR(meanOf(gathered.value(), 0, 0, 64, 64, channel) / meanOf(traced, 0, 0, 64, 64, channel), 1.0, 0.01);
+    EXPECT_LT(relativeError(gathered.value(), traced), 0.003);
+}
+
+} // namespace
+} // namespace qor::engine::testing
