@@ -9,8 +9,8 @@
 #include "workbench/desktop/QtToolkit.h"
 #include "workbench/desktop/loop/QtEventLoop.h"
 
-#include <QApplication>
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
