@@ -17,23 +17,151 @@
 #include <string>
 #include <vector>
 
-/// Aspects by name, in the order of their bits.
-inline const std::vector<std::pair<QorAspects, const char*>>& AspectNames() {
-    static const std::vector<std::pair<QorAspects, const char*>> names = {
-        {QorAspectTitle, "title"},
-        {QorAspectVisibility, "visibility"},
-        {QorAspectSensitivity, "sensitivity"},
-        {QorAspectLayout, "layout"},
-        {QorAspectHelp, "help"},
-        {QorAspectIcon, "icon"},
-        {QorAspectChecked, "checked"},
-        {QorAspectValue, "value"},
-        {QorAspectRange, "range"},
-        {QorAspectLines, "lines"},
-        {QorAspectSelection, "selection"},
-        {QorAspectChildren, "children"},
+/// Prints what a peer would draw: for each class of widgets a function, of which those apply that
+/// the widget is of.
+class Depicter {
+public:
+    explicit Depicter(const QorDialog& iWidget) : widget_(iWidget) {}
+
+    /// Prints by \p iPrint if the widget is a \p Widget.
+    template <class Widget, class Print>
+    Depicter& As(Print iPrint) {
+        if (const auto* widget = dynamic_cast<const Widget*>(&widget_))
+            iPrint(out_, *widget);
+        return *this;
+    }
+
+    [[nodiscard]] std::string GetText() const { return out_.str(); }
+
+private:
+    const QorDialog& widget_;
+    std::ostringstream out_;
+};
+
+inline std::string DepictLayout(const QorDialog& iWidget) {
+    std::ostringstream out;
+    if (const auto& cell = iWidget.GetPlacement().cell)
+        out << cell->row << ' ' << cell->column << ' ' << cell->width << ' ' << cell->height << ' '
+            << cell->justification;
+    const QorContainerLayout& layout = iWidget.GetLayout();
+    out << '/' << iWidget.GetPlacement().sides << '/' << iWidget.GetVisibleTextWidth() << '/'
+        << static_cast<int>(layout.stack) << '/' << layout.stretchedRows.size() << '/'
+        << layout.stretchedColumns.size();
+    return out.str();
+}
+
+inline std::string DepictChecked(const QorDialog& iWidget) {
+    const auto print = [](std::ostream& ioOut, const auto& iOne) {
+        ioOut << iOne.GetState();
     };
+    return Depicter(iWidget).As<QorDlgCheckButton>(print).As<QorDlgRadioButton>(print).GetText();
+}
+
+inline std::string DepictValue(const QorDialog& iWidget) {
+    return Depicter(iWidget)
+        .As<QorDlgSpinner>(
+            [](auto& ioOut, auto& iOne) { ioOut << iOne.GetShownText() << '=' << iOne.GetValue(); })
+        .As<QorDlgSlider>([](auto& ioOut, auto& iOne) { ioOut << iOne.GetValue(); })
+        .As<QorDlgScrollBar>([](auto& ioOut, auto& iOne) { ioOut << iOne.GetScrollPos(); })
+        .As<QorDlgProgress>([](auto& ioOut, auto& iOne) { ioOut << iOne.GetPos(); })
+        .As<QorDlgEditor>([](auto& ioOut, auto& iOne) { ioOut << iOne.GetText(); })
+        .As<QorDlgFile>([](auto& ioOut, auto& iOne) {
+            ioOut << iOne.GetDirectory() << ':' << iOne.GetSelection();
+        })
+        .As<QorDlgNotify>([](auto& ioOut, auto& iOne) { ioOut << iOne.GetText(); })
+        .As<QorDlgColorEditor>([](auto& ioOut, auto& iOne) {
+            for (const float part : iOne.GetColor())
+                ioOut << part << ' ';
+        })
+        .GetText();
+}
+
+inline std::string DepictRange(const QorDialog& iWidget) {
+    return Depicter(iWidget)
+        .As<QorDlgSpinner>([](auto& ioOut, auto& iOne) {
+            ioOut << iOne.GetMin() << ' ' << iOne.GetMax() << ' ' << iOne.GetStep() << ' '
+                  << iOne.GetFormat();
+        })
+        .As<QorDlgSlider>([](auto& ioOut, auto& iOne) {
+            ioOut << iOne.GetMin() << ' ' << iOne.GetMax() << ' ' << iOne.GetStep();
+        })
+        .As<QorDlgProgress>(
+            [](auto& ioOut, auto& iOne) { ioOut << iOne.GetMin() << ' ' << iOne.GetMax(); })
+        .As<QorDlgScrollBar>([](auto& ioOut, auto& iOne) {
+            int min = 0;
+            int max = 0;
+            iOne.GetScrollRange(min, max);
+            ioOut << min << ' ' << max << ' ' << iOne.GetScrollBoxSize();
+        })
+        .GetText();
+}
+
+inline std::string DepictLines(const QorDialog& iWidget) {
+    return Depicter(iWidget)
+        .As<QorDlgCombo>([](auto& ioOut, auto& iOne) {
+            for (const auto& line : iOne.GetLines())
+                ioOut << line << ';';
+        })
+        .As<QorDlgFile>([](auto& ioOut, auto& iOne) {
+            for (const auto& filter : iOne.GetFilters())
+                ioOut << filter.label << '(' << filter.pattern << ')';
+        })
+        .GetText();
+}
+
+inline std::string DepictSelection(const QorDialog& iWidget) {
+    return Depicter(iWidget)
+        .As<QorDlgCombo>([](auto& ioOut, auto& iOne) { ioOut << iOne.GetSelect(); })
+        .As<QorDlgFile>([](auto& ioOut, auto& iOne) { ioOut << iOne.GetActiveFilterIndex(); })
+        .GetText();
+}
+
+inline std::string DepictChildren(const QorDialog& iWidget) {
+    std::string names;
+    for (const QorDialog* child : iWidget.GetWidgets())
+        names += child->GetName().Str() + " ";
     return names;
+}
+
+/// An aspect of widgets: its name in logs, and what a peer would draw for it, as a text.
+struct DrawnAspect {
+    QorAspects bit;
+    const char* name;
+    std::string (*depict)(const QorDialog& iWidget);
+};
+
+inline const std::vector<DrawnAspect>& DrawnAspects() {
+    using Widget = const QorDialog&;
+    static const std::vector<DrawnAspect> aspects = {
+        {QorAspectTitle, "title",
+         [](Widget iOne) {
+             return iOne.GetTitle().Str();
+         }},
+        {QorAspectVisibility, "visibility",
+         [](Widget iOne) {
+             return std::to_string(iOne.GetVisibility());
+         }},
+        {QorAspectSensitivity, "sensitivity",
+         [](Widget iOne) {
+             return std::to_string(iOne.GetSensitivity());
+         }},
+        {QorAspectLayout, "layout", &DepictLayout},
+        {QorAspectHelp, "help",
+         [](Widget iOne) {
+             return iOne.GetShortHelp().Str() + "/" + iOne.GetLongHelp().Str();
+         }},
+        {QorAspectIcon, "icon",
+         [](Widget iOne) {
+             return iOne.GetIconName().Str();
+         }},
+        {QorAspectChecked, "checked", &DepictChecked},
+        {QorAspectValue, "value", &DepictValue},
+        {QorAspectRange, "range", &DepictRange},
+        {QorAspectLines, "lines", &DepictLines},
+        {QorAspectSelection, "selection", &DepictSelection},
+        {QorAspectChildren, "children", &DepictChildren},
+    };
+    return aspects;
 }
 
 /// "value|range"; "everything" for all.
@@ -41,103 +169,10 @@ inline std::string NameAspects(QorAspects iAspects) {
     if (iAspects == QorAspectEverything)
         return "everything";
     std::string names;
-    for (const auto& [bit, name] : AspectNames())
-        if ((iAspects & bit) != 0)
-            names += (names.empty() ? "" : "|") + std::string(name);
+    for (const DrawnAspect& aspect : DrawnAspects())
+        if ((iAspects & aspect.bit) != 0)
+            names += (names.empty() ? "" : "|") + std::string(aspect.name);
     return names;
-}
-
-/// What a peer would draw for one aspect of a widget, as a text.
-inline std::string Depict(const QorDialog& iWidget, QorAspects iAspect) {
-    std::ostringstream out;
-    const auto& placement = iWidget.GetPlacement();
-    const auto as = [&]<class Widget>(auto iPrint) {
-        if (const auto* widget = dynamic_cast<const Widget*>(&iWidget))
-            iPrint(*widget);
-    };
-    switch (iAspect) {
-    case QorAspectTitle:
-        out << iWidget.GetTitle();
-        break;
-    case QorAspectVisibility:
-        out << iWidget.GetVisibility();
-        break;
-    case QorAspectSensitivity:
-        out << iWidget.GetSensitivity();
-        break;
-    case QorAspectHelp:
-        out << iWidget.GetShortHelp() << '/' << iWidget.GetLongHelp();
-        break;
-    case QorAspectIcon:
-        out << iWidget.GetIconName();
-        break;
-    case QorAspectLayout:
-        if (placement.cell)
-            out << placement.cell->row << ' ' << placement.cell->column << ' '
-                << placement.cell->width << ' ' << placement.cell->height << ' '
-                << placement.cell->justification;
-        out << '/' << placement.sides << '/' << iWidget.GetVisibleTextWidth() << '/'
-            << iWidget.GetLayout().stretchedRows.size() << '/'
-            << iWidget.GetLayout().stretchedColumns.size();
-        break;
-    case QorAspectChecked:
-        as.operator()<QorDlgCheckButton>([&](const auto& iOne) { out << iOne.GetState(); });
-        as.operator()<QorDlgRadioButton>([&](const auto& iOne) { out << iOne.GetState(); });
-        break;
-    case QorAspectValue:
-        as.operator()<QorDlgSpinner>(
-            [&](const auto& iOne) { out << iOne.GetShownText() << '=' << iOne.GetValue(); });
-        as.operator()<QorDlgSlider>([&](const auto& iOne) { out << iOne.GetValue(); });
-        as.operator()<QorDlgScrollBar>([&](const auto& iOne) { out << iOne.GetScrollPos(); });
-        as.operator()<QorDlgProgress>([&](const auto& iOne) { out << iOne.GetPos(); });
-        as.operator()<QorDlgEditor>([&](const auto& iOne) { out << iOne.GetText(); });
-        as.operator()<QorDlgFile>(
-            [&](const auto& iOne) { out << iOne.GetDirectory() << ':' << iOne.GetSelection(); });
-        as.operator()<QorDlgNotify>([&](const auto& iOne) { out << iOne.GetText(); });
-        as.operator()<QorDlgColorEditor>([&](const auto& iOne) {
-            for (const float part : iOne.GetColor())
-                out << part << ' ';
-        });
-        break;
-    case QorAspectRange:
-        as.operator()<QorDlgSpinner>([&](const auto& iOne) {
-            out << iOne.GetMin() << ' ' << iOne.GetMax() << ' ' << iOne.GetStep() << ' '
-                << iOne.GetFormat();
-        });
-        as.operator()<QorDlgSlider>([&](const auto& iOne) {
-            out << iOne.GetMin() << ' ' << iOne.GetMax() << ' ' << iOne.GetStep();
-        });
-        as.operator()<QorDlgProgress>(
-            [&](const auto& iOne) { out << iOne.GetMin() << ' ' << iOne.GetMax(); });
-        as.operator()<QorDlgScrollBar>([&](const auto& iOne) {
-            int min = 0;
-            int max = 0;
-            iOne.GetScrollRange(min, max);
-            out << min << ' ' << max << ' ' << iOne.GetScrollBoxSize();
-        });
-        break;
-    case QorAspectLines:
-        as.operator()<QorDlgCombo>([&](const auto& iOne) {
-            for (const auto& line : iOne.GetLines())
-                out << line << ';';
-        });
-        as.operator()<QorDlgFile>([&](const auto& iOne) {
-            for (const auto& filter : iOne.GetFilters())
-                out << filter.label << '(' << filter.pattern << ')';
-        });
-        break;
-    case QorAspectSelection:
-        as.operator()<QorDlgCombo>([&](const auto& iOne) { out << iOne.GetSelect(); });
-        as.operator()<QorDlgFile>([&](const auto& iOne) { out << iOne.GetActiveFilterIndex(); });
-        break;
-    case QorAspectChildren:
-        for (const QorDialog* child : iWidget.GetWidgets())
-            out << child->GetName() << ' ';
-        break;
-    default:
-        break;
-    }
-    return out.str();
 }
 
 /// A peer that draws into memory: it remembers what it drew of every aspect and writes a line for
@@ -157,9 +192,9 @@ public:
 
     void Update(QorAspects iAspects) override {
         log_.push_back("update " + name_ + " " + NameAspects(iAspects));
-        for (const auto& [bit, name] : AspectNames())
-            if ((iAspects & bit) != 0)
-                drawn_[bit] = Depict(widget_, bit);
+        for (const DrawnAspect& aspect : DrawnAspects())
+            if ((iAspects & aspect.bit) != 0)
+                drawn_[aspect.bit] = aspect.depict(widget_);
     }
 
     void TakeFocus() override { log_.push_back("focus " + name_); }
@@ -169,10 +204,11 @@ public:
     /// Aspects whose picture is not that of the widget's state, by name; empty when all is right.
     [[nodiscard]] std::string FindStale() const {
         QorAspects stale = 0;
-        for (const auto& [bit, name] : AspectNames())
-            if (const auto found = drawn_.find(bit);
-                found == drawn_.end() || found->second != Depict(widget_, bit))
-                stale |= bit;
+        for (const DrawnAspect& aspect : DrawnAspects()) {
+            const auto found = drawn_.find(aspect.bit);
+            if (found == drawn_.end() || found->second != aspect.depict(widget_))
+                stale |= aspect.bit;
+        }
         return NameAspects(stale);
     }
 
