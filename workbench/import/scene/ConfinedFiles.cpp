@@ -28,13 +28,11 @@ std::optional<fs::path> ModelFolder::find(const fs::path& name) const {
     return resolved;
 }
 
-ConfinedFiles::ConfinedFiles(const fs::path& model,
-                             std::span<const std::uint8_t> content,
-                             ImportReport& report)
-    : model_(model), folder_(model), content_(content), report_(report) {}
+ConfinedFiles::ConfinedFiles(SeenModel model, ImportReport& report)
+    : model_(std::move(model)), folder_(model_.file), report_(report) {}
 
 bool ConfinedFiles::isModel(const char* file) const {
-    return model_ == fs::path(file);
+    return model_.name == fs::path(file);
 }
 
 bool ConfinedFiles::Exists(const char* file) const {
@@ -47,8 +45,10 @@ bool ConfinedFiles::Exists(const char* file) const {
 Assimp::IOStream* ConfinedFiles::Open(const char* file, const char* mode) {
     if (std::string_view(mode).find_first_of("wa+") != std::string_view::npos)
         return nullptr;
-    if (isModel(file) && !content_.empty())
-        return new Assimp::MemoryIOStream(content_.data(), content_.size());
+    if (isModel(file) && !model_.content.empty())
+        return new Assimp::MemoryIOStream(model_.content.data(), model_.content.size());
+    if (isModel(file))
+        return DefaultIOSystem::Open(model_.file.c_str(), mode);
     const auto found = folder_.find(fs::absolute(file));
     if (!found) {
         report_.warn("it refers to \"" + std::string(file) +

@@ -24,14 +24,18 @@ private:
     std::filesystem::path folder_;
 };
 
-/// Assimp's view of the disk: the model's folder, and the model itself as bytes in memory if given.
+/// The model as Assimp sees it.
+struct SeenModel {
+    std::filesystem::path file;            ///< on the disk
+    std::filesystem::path name;            ///< what Assimp calls it
+    std::span<const std::uint8_t> content; ///< stands for the file's own bytes unless it is empty
+};
+
+/// Assimp's view of the disk: the model's folder, and the model itself.
 class ConfinedFiles : public Assimp::DefaultIOSystem {
 public:
-    /// All must outlive the import. \p content stands for the file \p model; empty: the file
-    /// itself.
-    ConfinedFiles(const std::filesystem::path& model,
-                  std::span<const std::uint8_t> content,
-                  ImportReport& report);
+    /// The content and \p report must outlive the import.
+    ConfinedFiles(SeenModel model, ImportReport& report);
 
     bool Exists(const char* file) const override;
     Assimp::IOStream* Open(const char* file, const char* mode) override;
@@ -39,9 +43,8 @@ public:
 private:
     [[nodiscard]] bool isModel(const char* file) const;
 
-    std::filesystem::path model_;
+    SeenModel model_;
     ModelFolder folder_;
-    std::span<const std::uint8_t> content_;
     ImportReport& report_;
 };
 

@@ -9,6 +9,7 @@
 #include "workbench/import/scene/SceneAnimations.h"
 #include "workbench/import/scene/SceneMaterials.h"
 #include "workbench/import/scene/SceneTree.h"
+#include "workbench/import/scene/UnsharedVertices.h"
 
 #include <assimp/Importer.hpp>
 #include <assimp/ProgressHandler.hpp>
@@ -42,9 +43,13 @@ private:
     ImportReport& report_;
 };
 
+bool isGltf(ModelFormat format) {
+    return format == ModelFormat::Gltf || format == ModelFormat::Glb;
+}
+
 unsigned stepsFor(ModelFormat format) {
     unsigned steps = aiProcess_Triangulate | aiProcess_SortByPType;
-    if (format == ModelFormat::Gltf || format == ModelFormat::Glb)
+    if (isGltf(format))
         return steps;
     steps |= aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices;
     // The normals of an STL file are those of its flat triangles.
@@ -60,13 +65,41 @@ void configure(Assimp::Importer& importer) {
     importer.SetPropertyInteger(AI_CONFIG_PP_RVC_FLAGS, aiComponent_NORMALS);
 }
 
+// Assimp tells formats by suffixes, so a file that is named otherwise goes by another name there.
+std::filesystem::path nameForAssimp(const std::filesystem::path& file, ModelFormat format) {
+    switch (format) {
+    case ModelFormat::Gltf:
+        return std::filesystem::path(file).replace_extension(".gltf");
+    case ModelFormat::Glb:
+        return std::filesystem::path(file).replace_extension(".glb");
+    case ModelFormat::Ply:
+        return std::filesystem::path(file).replace_extension(".ply");
+    default:
+        return file;
+    }
+}
+
+// Runs the import proper and, where vertices are shared across creases, spreads them before normals
+// are made.
+const aiScene*
+readAndPrepare(Assimp::Importer& importer, const std::filesystem::path& file, ModelFormat format) {
+    const std::string name = nameForAssimp(file, format).string();
+    if (isGltf(format) || importer.ReadFile(name, 0) == nullptr)
+        return importer.ReadFile(name, stepsFor(format));
+    // The importer owns the scene and lets its own post-processing change it; so may this step.
+    const auto* scene = importer.GetScene();
+    for (unsigned i = 0; i < scene->mNumMeshes; ++i)
+        if (!scene->mMeshes[i]->HasNormals())
+            unshareVertices(*scene->mMeshes[i]);
+    return importer.ApplyPostProcessing(stepsFor(format));
+}
+
 const aiScene& import(Assimp::Importer& importer,
                       const std::filesystem::path& file,
                       ModelFormat format,
                       ImportReport& report) {
     report.enter("read", 0, readTo);
-    const aiScene* scene =
-        report.inLibrary([&] { return importer.ReadFile(file.string(), stepsFor(format)); });
+    const aiScene* scene = report.inLibrary([&] { return readAndPrepare(importer, file, format); });
     if (scene == nullptr)
         throw ImportError(std::string("it cannot be understood as ") + nameOf(format) + ": " +
                           importer.GetErrorString());
@@ -78,9 +111,11 @@ const aiScene& import(Assimp::Importer& importer,
 // Assimp owns neither the files nor the progress handler beyond the import.
 struct Session {
     Session(const std::filesystem::path& file,
+            ModelFormat format,
             std::span<const std::uint8_t> content,
             ImportReport& report) {
-        importer.SetIOHandler(new ConfinedFiles(file, content, report));
+        importer.SetIOHandler(
+            new ConfinedFiles({file, nameForAssimp(file, format), content}, report));
         importer.SetProgressHandler(new AssimpProgress(report));
         configure(importer);
     }
@@ -91,7 +126,7 @@ struct Session {
 Product readGltf(const std::filesystem::path& file, ModelFormat format, ImportReport& report) {
     const GltfFile gltf(file, format == ModelFormat::Glb);
     std::vector<std::uint8_t> content = gltf.contentForAssimp();
-    Session session(file, content, report);
+    Session session(file, format, content, report);
     const aiScene& scene = import(session.importer, file, format, report);
     content = {};
     Product product;
@@ -109,11 +144,11 @@ Product readGltf(const std::filesystem::path& file, ModelFormat format, ImportRe
 } // namespace
 
 Product readScene(const std::filesystem::path& file, ModelFormat format, ImportReport& report) {
-    if (format == ModelFormat::Gltf || format == ModelFormat::Glb)
+    if (isGltf(format))
         return readGltf(file, format, report);
     if (format == ModelFormat::Ply)
         checkPlyHead(file);
-    Session session(file, {}, report);
+    Session session(file, format, {}, report);
     const aiScene& scene = import(session.importer, file, format, report);
     Product product;
     report.enter("textures", readTo, texturesTo);

@@ -1,0 +1,52 @@
+#include "tests/document/product/TemporaryFolder.h"
+#include "tests/import/RealImport.h"
+#include "workbench/document/product/ProductFile.h"
+#include "workbench/document/product/ProductQuery.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+using namespace qor::import;
+using namespace qor::import::testing;
+using qor::document::testing::TemporaryFolder;
+
+namespace {
+
+// What is known of a real model: from its own text, and from other programs.
+struct KnownModel {
+    const char* name;
+    std::size_t nodes;
+    std::size_t meshes;
+    const char* unit;
+};
+
+constexpr KnownModel knownModels[] = {{"as1-oc-214.stp", 28, 5, "mm"},
+                                      {"linkrods.step", 1, 1, "mm"},
+                                      {"screw.step", 1, 1, "mm"},
+                                      {"bearing.iges", 1, 1, "mm"},
+                                      {"2CylinderEngine.glb", 82, 29, "m"}};
+
+} // namespace
+
+// Models that nobody on the project made are not in the tree; this test has something to do only
+// where they are.
+TEST(RealModel, TreesAndUnitsAreAsKnown) {
+    const char* folderName = std::getenv("QOR_MODELS_DIR");
+    const TemporaryFolder folder;
+    for (const KnownModel& known : knownModels) {
+        const auto model =
+            std::filesystem::path(folderName == nullptr ? "" : folderName) / known.name;
+        if (folderName == nullptr || !std::filesystem::exists(model))
+            continue;
+        ImportProcess process({});
+        process.start(realRequest(model, folder / "out.qor"));
+        ASSERT_EQ(process.wait().end, ImportEnd::Done) << process.outcome()->text;
+        auto read = qor::document::readProduct(folder / "out.qor");
+        ASSERT_TRUE(read) << read.failure().text;
+        EXPECT_EQ(read.value().nodes.size(), known.nodes) << known.name;
+        EXPECT_EQ(read.value().meshes.size(), known.meshes) << known.name;
+        EXPECT_EQ(read.value().unit.name, known.unit) << known.name;
+        EXPECT_TRUE(qor::document::boundingBox(read.value())) << known.name;
+    }
+}
