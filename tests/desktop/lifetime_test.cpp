@@ -204,8 +204,6 @@ protected:
     void tryOne(const Victim& victim, bool atOnce) {
         Scene scene;
         show(*scene.window);
-        scene.root->SetVisibility(QorDlgSHOW);
-        settle();
         bool rootGone = false;
         bool heard = false;
         scene.root->reaction = [&](QorCommand& sender) {

@@ -27,6 +27,8 @@ Desktop::Desktop(ThemeChoice choice) : theme_(choice), toolkit_(std::make_unique
 Desktop::~Desktop() {
     if (QorToolkit::GetInstalled() == toolkit_.get())
         QorToolkit::Install(nullptr);
+    // Controls whose widgets are gone wait for the loop to delete them, which may run no more.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 QWidget* Desktop::mainWindow() {

@@ -121,6 +121,8 @@ void arrange(const QorDialog& father, QWidget& inside, int margin) {
     if (!stretched)
         stack->addStretch(1);
     inside.setLayout(stack);
+    if (inside.isVisible()) // Qt does this by itself only when a window is shown or resized
+        stack->activate();
 }
 
 } // namespace qor::desktop

@@ -72,6 +72,8 @@ void ContainerPeer::layOutNow() {
         return;
     waiting_ = false;
     arrange(widget(), *inside_, margin());
+    for (WidgetPeer* peer : peersIn(widget()))
+        peer->neighboursChanged();
     orderTabs();
 }
 

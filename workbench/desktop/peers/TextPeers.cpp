@@ -27,11 +27,14 @@ LabelPeer::LabelPeer(QorDialog& widget)
 void LabelPeer::draw(QorAspects aspects) {
     if ((aspects & QorAspectTitle) != 0)
         box().setText(toQt(widget().GetTitle()));
-    if ((aspects & QorAspectLayout) != 0) {
+    if ((aspects & QorAspectLayout) != 0)
         box().setMinimumWidth(textWidth(box(), my().GetVisibleTextWidth()));
-        const WidgetPeer* beside = of(labelled(widget()));
-        box().setBuddy(beside != nullptr ? beside->control() : nullptr);
-    }
+}
+
+void LabelPeer::neighboursChanged() {
+    WidgetPeer::neighboursChanged();
+    const WidgetPeer* beside = of(labelled(widget()));
+    box().setBuddy(beside != nullptr ? beside->control() : nullptr);
 }
 
 SeparatorPeer::SeparatorPeer(QorDialog& widget)

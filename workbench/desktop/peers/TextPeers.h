@@ -20,6 +20,7 @@ namespace qor::desktop {
 class LabelPeer : public PeerOf<QorDlgLabel, QLabel> {
 public:
     explicit LabelPeer(QorDialog& widget);
+    void neighboursChanged() override;
 
 protected:
     void draw(QorAspects aspects) override;

@@ -61,8 +61,12 @@ void WidgetPeer::drawHelp() {
     const QString longHelp = toQt(widget_.GetLongHelp());
     control_->setToolTip(shortHelp);
     control_->setWhatsThis(longHelp);
-    control_->setAccessibleName(spokenName(widget_));
+    neighboursChanged();
     control_->setAccessibleDescription(longHelp.isEmpty() ? shortHelp : longHelp);
+}
+
+void WidgetPeer::neighboursChanged() {
+    control_->setAccessibleName(spokenName(widget_));
 }
 
 void WidgetPeer::addTabStops(std::vector<QWidget*>& stops) const {

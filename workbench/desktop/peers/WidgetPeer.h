@@ -43,6 +43,9 @@ public:
     /// What the Tab key reaches in it, in order.
     virtual void addTabStops(std::vector<QWidget*>& stops) const;
 
+    /// Called when the widgets around it have been laid out anew.
+    virtual void neighboursChanged();
+
     /// The peer of \p widget in this toolkit, or null.
     [[nodiscard]] static WidgetPeer* of(const QorDialog* widget);
 
