@@ -15,15 +15,18 @@
 #include <map>
 #include <memory>
 
-/// A running program for a test: a loop whose time the test moves, an application, an empty
+/// A running program for a test: a loop, an application, an empty
 /// directory for settings, no catalogs, the language "C", warnings recorded. At the end the
 /// delayed destructions and the exit hooks run, and the test fails if an object, and so its
 /// subscriptions and extensions, a timer, posted work or a warning that nobody took is left.
 /// Member handles of a derived fixture that are still set when TearDown runs count as left: let
 /// them go in the test or in an own TearDown that ends with this one's.
-class QorTestApplication : public testing::Test {
+///
+/// \p Loop is the loop to use: QorTestApplication below is what nearly all tests want.
+template <class Loop>
+class QorTestApplicationOn : public testing::Test {
 protected:
-    QorTestApplication() : atStart(CountObjects()) {}
+    QorTestApplicationOn() : atStart(CountObjects()) {}
 
     void TearDown() override {
         loop.RunPosted();
@@ -51,7 +54,7 @@ protected:
         EXPECT_TRUE(left.empty()) << "objects are left:" << left;
     }
 
-    QorManualLoop loop;
+    Loop loop;
     std::unique_ptr<QorInteractiveApplication> application =
         std::make_unique<QorInteractiveApplication>(loop);
     QorTempDirectory directory;
@@ -71,3 +74,6 @@ private:
     QorScopedVariable language{"LANGUAGE", std::nullopt};
     QorScopedVariable locale{"LC_ALL", "C"};
 };
+
+/// The same with a loop whose time the test moves.
+class QorTestApplication : public QorTestApplicationOn<QorManualLoop> {};
