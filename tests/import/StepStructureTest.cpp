@@ -79,11 +79,11 @@ TEST(StepStructure, AnAbsurdUnitIsRefused) {
     const TemporaryFolder folder;
     writeStepMachine(folder / "inch.step", "INCH");
     const std::string text = readText(folder / "inch.step");
-    const std::regex factor("LENGTH_MEASURE\\(25\\.4\\)");
+    const std::regex factor("LENGTH_MEASURE_WITH_UNIT\\(25\\.4,");
     ASSERT_TRUE(std::regex_search(text, factor));
     for (const char* absurd : {"1.E+30", "0.", "1.E-30"}) {
         writeText(folder / "absurd.step",
-                  std::regex_replace(text, factor, std::string("LENGTH_MEASURE(") + absurd + ")"));
+                  std::regex_replace(text, factor, std::string("LENGTH_MEASURE_WITH_UNIT(") + absurd + ","));
         expectRefusal(folder / "absurd.step", "makes no sense");
     }
 }
