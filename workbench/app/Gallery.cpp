@@ -16,14 +16,20 @@ constexpr int disabledColumn = 2;
 
 constexpr QorDlgStyle plainFrame = QorDlgFraNoTitle | QorDlgFraNoFrame;
 
-void addLabel(QorDialog& father, const QorString& name, int row, int column) {
-    (new QorDlgLabel(&father, name))->SetGridConstraints(row, column, 1, 1, QorHoldLeft);
+/// Captions are of one width, so that the columns of all sections lie below each other.
+constexpr int captionCharacters = 17;
+
+QorDialog* addLabel(QorDialog& father, const QorString& name, int row, int column) {
+    auto* label = new QorDlgLabel(&father, name);
+    label->SetGridConstraints(row, column, 1, 1, QorHoldLeft);
+    return label;
 }
 
 /// A widget and its disabled twin, with one caption.
 void addRow(QorDialog& section, const GalleryRow& row, int place) {
     const QorString name = row.name;
-    addLabel(section, name + "Caption", place, captionColumn);
+    addLabel(section, name + "Caption", place, captionColumn)
+        ->SetVisibleTextWidth(captionCharacters);
     QorDialog* enabled = row.make(section, name);
     enabled->SetGridConstraints(place, enabledColumn, 1, 1, row.justification);
     QorDialog* disabled = row.make(section, name + "Disabled");

@@ -14,11 +14,13 @@ struct Cell {
     QorGridCell place;
 };
 
+constexpr unsigned holdAll = QorHoldLeft | QorHoldRight | QorHoldTop | QorHoldBottom;
+
 /// Spans, and cells held to a side, in the middle and stretched.
 constexpr Cell gridCells[] = {
-    {"cellWide", {0, 0, 2, 1, QorHoldFill}}, {"cellTall", {0, 2, 1, 3, QorHoldFill}},
+    {"cellWide", {0, 0, 2, 1, holdAll}},     {"cellTall", {0, 2, 1, 3, holdAll}},
     {"cellLeft", {1, 0, 1, 1, QorHoldLeft}}, {"cellRight", {1, 1, 1, 1, QorHoldRight}},
-    {"cellCentre", {2, 0, 1, 1, 0}},         {"cellFill", {2, 1, 1, 1, QorHoldFill}},
+    {"cellCentre", {2, 0, 1, 1, 0}},         {"cellFill", {2, 1, 1, 1, holdAll}},
 };
 
 void buildNested(QorDialog& section) {
@@ -36,6 +38,7 @@ void buildNested(QorDialog& section) {
 void buildGrid(QorDialog& section) {
     auto* grid = new QorDlgFrame(&section, "gridFrame", QorDlgGridLayout);
     grid->SetGridConstraints(1, 0, 1, 1);
+    grid->SetGridColumnResizable(0, true);
     grid->SetGridColumnResizable(1, true);
     for (const Cell& cell : gridCells)
         (new QorDlgPushButton(grid, cell.name))

@@ -73,7 +73,8 @@ void buildWindows(QorDialog& section) {
     int place = 0;
     for (const WindowRow& row : windowRows) {
         (new QorDlgPushButton(&section, row.button))
-            ->SetGridConstraints(place / buttonsInARow, place % buttonsInARow, 1, 1);
+            ->SetGridConstraints(place / buttonsInARow, place % buttonsInARow, 1, 1,
+                                 QorHoldLeft | QorHoldRight);
         ++place;
     }
     for (int column = 0; column < buttonsInARow; ++column)
