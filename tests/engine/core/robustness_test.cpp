@@ -1,5 +1,4 @@
 #include "tests/engine/core/TestScenes.h"
-
 #include "workbench/engine/core/Embree.h"
 
 #include <gtest/gtest.h>
@@ -39,9 +38,11 @@ TEST(BadMeshes, WrongIndicesAndCountsAreRefused) {
 
 TEST(BadMeshes, DamagedTrianglesAreLeftOutAndTheRestIsRendered) {
     MeshData data;
-    data.positions = {{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}, {nan, 0, 0}, {0, infinity, 0}, {1e30F, 0, 0}};
+    data.positions = {{-1, -1, 0}, {1, -1, 0},       {1, 1, 0},    {-1, 1, 0},
+                      {nan, 0, 0}, {0, infinity, 0}, {1e30F, 0, 0}};
     data.normals.assign(7, {nan, 0, 0});
-    data.triangles = {{0, 1, 2}, {0, 2, 3}, {0, 1, 4}, {1, 2, 5}, {2, 3, 6}, {0, 0, 0}, {0, 1, 1}, {0, 2, 2}};
+    data.triangles = {{0, 1, 2}, {0, 2, 3}, {0, 1, 4}, {1, 2, 5},
+                      {2, 3, 6}, {0, 0, 0}, {0, 1, 1}, {0, 2, 2}};
     auto mesh = Mesh::create(std::move(data));
     ASSERT_TRUE(mesh);
     EXPECT_FALSE(mesh.value()->isClean());
@@ -66,8 +67,9 @@ TEST(BadMeshes, EmptyOnesAreFine) {
 
 TEST(BadInstances, SingularTransformsAreRefused) {
     const MeshPtr mesh = sphere(1, 8);
-    for (const Transform& t : {Transform::scaling({1, 0, 1}), Transform::scaling({0, 0, 0}),
-                               Transform::translation({nan, 0, 0}), Transform::scaling({infinity, 1, 1})})
+    for (const Transform& t :
+         {Transform::scaling({1, 0, 1}), Transform::scaling({0, 0, 0}),
+          Transform::translation({nan, 0, 0}), Transform::scaling({infinity, 1, 1})})
         EXPECT_FALSE(Assembly::create({Instance{mesh, t, {0}}}));
     EXPECT_FALSE(Assembly::create({Instance{nullptr, {}, {0}}}));
     EXPECT_FALSE(Assembly::create({Instance{mesh, {}, {}}}));
@@ -82,14 +84,21 @@ TEST(BadScenes, AreRefusedByName) {
     };
     EXPECT_EQ(refused([](Scene&) {}), "");
     EXPECT_EQ(refused([](Scene& s) { s.materials.clear(); }), "instance 0: material 0 of 0");
-    EXPECT_EQ(refused([](Scene& s) { s.materials[0].roughness = 2; }), "material 0: roughness is not within 0 .. 1");
+    EXPECT_EQ(refused([](Scene& s) { s.materials[0].roughness = 2; }),
+              "material 0: roughness is not within 0 .. 1");
     EXPECT_EQ(refused([](Scene& s) { s.materials[0].baseColor.y = nan; }),
               "material 0: base colour is not within 0 .. 1");
-    EXPECT_EQ(refused([](Scene& s) { s.lights = {AreaLight{{}, {1, 0, 0}, {2, 0, 0}, {}, false, true, true}}; }),
+    EXPECT_EQ(refused([](Scene& s) {
+                  s.lights = {AreaLight{{}, {1, 0, 0}, {2, 0, 0}, {}, false, true, true}};
+              }),
               "light 0: area is zero or not finite");
-    EXPECT_EQ(refused([](Scene& s) { s.lights = {DirectionalLight{{0, 0, 0}, {}, 0, true}}; }),
+    EXPECT_EQ(refused([](Scene& s) {
+                  s.lights = {DirectionalLight{{0, 0, 0}, {}, 0, true}};
+              }),
               "light 0: no direction");
-    EXPECT_EQ(refused([](Scene& s) { s.lights = {PointLight{{nan, 0, 0}, {}, 0, true}}; }),
+    EXPECT_EQ(refused([](Scene& s) {
+                  s.lights = {PointLight{{nan, 0, 0}, {}, 0, true}};
+              }),
               "light 0: position is not finite");
     EXPECT_EQ(refused([](Scene& s) { s.environment.radiance.x = -1; }),
               "environment: radiance is negative or not finite");
@@ -98,7 +107,8 @@ TEST(BadScenes, AreRefusedByName) {
                   s.ground.size = 0;
               }),
               "ground: size is not positive");
-    EXPECT_EQ(refused([](Scene& s) { s.background.kind = Background::Kind::picture; }), "background: no picture");
+    EXPECT_EQ(refused([](Scene& s) { s.background.kind = Background::Kind::picture; }),
+              "background: no picture");
 }
 
 TEST(BadOptions, AreRefused) {
@@ -110,7 +120,8 @@ TEST(BadOptions, AreRefused) {
     };
     for (const int size : {0, -5, 1 << 30})
         EXPECT_NE(code([&](RenderOptions& o) { o.width = size; }), "none");
-    EXPECT_EQ(code([](RenderOptions& o) { o.width = o.height = 1 << 20; }), "a picture of 1048576 x 1048576 pixels");
+    EXPECT_EQ(code([](RenderOptions& o) { o.width = o.height = 1 << 20; }),
+              "a picture of 1048576 x 1048576 pixels");
     EXPECT_NE(code([](RenderOptions& o) { o.samples.maximum = 0; }), "none");
     EXPECT_NE(code([](RenderOptions& o) { o.samples.contrast = nan; }), "none");
     EXPECT_NE(code([](RenderOptions& o) { o.finalGather.rays = 0; }), "none");
@@ -135,7 +146,8 @@ TEST(Pictures, WrongSizesAreRefusedAndNonsenseIsRead) {
     EXPECT_FALSE(Picture::create(2, 2, std::vector<std::uint8_t>(15), PictureEncoding::srgb));
     EXPECT_FALSE(Picture::create(0, 2, std::vector<std::uint8_t>(), PictureEncoding::srgb));
     EXPECT_FALSE(Picture::create(-1, -4, std::vector<std::uint8_t>(16), PictureEncoding::srgb));
-    const auto picture = Picture::create(3, 5, std::vector<std::uint8_t>(60, 128), PictureEncoding::linear).value();
+    const auto picture =
+        Picture::create(3, 5, std::vector<std::uint8_t>(60, 128), PictureEncoding::linear).value();
     for (const float u : {nan, infinity, -1e30F, 1e30F, 0.5F})
         for (const float footprint : {0.0F, 1e-20F, 1.0F, 1e30F, nan})
             EXPECT_NEAR(picture->lookup(u, u, footprint).color.x, 128.0F / 255.0F, 1e-5F);
@@ -154,10 +166,12 @@ TEST(ExtremeScenes, StayFinite) {
         scene.ground.reflectivity = 0.5F;
         RenderOptions options = plainOptions(24, 8);
         options.depth = {10, 10, 20, 2};
-        EXPECT_TRUE(isFinitePicture(rendered(scene, lookFrom({0, -4 * scale, scale}), options))) << scale;
+        EXPECT_TRUE(isFinitePicture(rendered(scene, lookFrom({0, -4 * scale, scale}), options)))
+            << scale;
         options.finalGather.on = true;
         options.finalGather.rays = 16;
-        EXPECT_TRUE(isFinitePicture(rendered(scene, lookFrom({0, -4 * scale, scale}), options))) << scale;
+        EXPECT_TRUE(isFinitePicture(rendered(scene, lookFrom({0, -4 * scale, scale}), options)))
+            << scale;
     }
 }
 
@@ -173,13 +187,15 @@ void withWatchdog(Task task) {
 }
 
 TEST(Embree, EveryKindOfQueryReturnsOnInstancedScenes) {
-    // Sixteen wide coherent occlusion packets never came back on scenes like this one; those in use must.
+    // Sixteen wide coherent occlusion packets never came back on scenes like this one; those in use
+    // must.
     withWatchdog([] {
         const MeshPtr mesh = sphere(0.4F, 64);
         std::vector<Instance> instances;
         for (int i = 0; i < 1000; ++i)
             instances.push_back({mesh,
-                                 Transform::translation({static_cast<float>(i % 10), static_cast<float>(i / 10 % 10),
+                                 Transform::translation({static_cast<float>(i % 10),
+                                                         static_cast<float>(i / 10 % 10),
                                                          static_cast<float>(i / 100)}),
                                  {0}});
         const AssemblyPtr assembly = Assembly::create(std::move(instances)).value();
@@ -192,10 +208,14 @@ TEST(Embree, EveryKindOfQueryReturnsOnInstancedScenes) {
             PacketMask mask;
             std::array<Ray, packetWidth> rays;
             for (int i = 0; i < packetWidth; ++i) {
-                const float x = static_cast<float>(k % 141) * 0.07F + static_cast<float>(i) * 0.008F;
+                const float x =
+                    static_cast<float>(k % 141) * 0.07F + static_cast<float>(i) * 0.008F;
                 const float y = static_cast<float>(k / 141) * 0.07F;
                 Ray& ray = rays[static_cast<std::size_t>(i)];
-                ray = {{x, y, -3}, normalize({0.1F, 0.05F * static_cast<float>(k % 7), 1}), 0.0F, 100.0F};
+                ray = {{x, y, -3},
+                       normalize({0.1F, 0.05F * static_cast<float>(k % 7), 1}),
+                       0.0F,
+                       100.0F};
                 for (RTCRay8* packet : {&hits.ray, &shadows}) {
                     packet->org_x[i] = ray.origin.x;
                     packet->org_y[i] = ray.origin.y;
@@ -216,7 +236,8 @@ TEST(Embree, EveryKindOfQueryReturnsOnInstancedScenes) {
                 const Ray& ray = rays[static_cast<std::size_t>(i)];
                 const Hit single = structure.intersect(ray);
                 const bool asked = mask.lane[static_cast<std::size_t>(i)] != 0;
-                different += asked && (hits.hit.geomID[i] != Hit::none) != static_cast<bool>(single) ? 1 : 0;
+                different +=
+                    asked && (hits.hit.geomID[i] != Hit::none) != static_cast<bool>(single) ? 1 : 0;
                 different += asked && (shadows.tfar[i] < 0.0F) != static_cast<bool>(single) ? 1 : 0;
                 different += structure.occluded(ray) != static_cast<bool>(single) ? 1 : 0;
             }
