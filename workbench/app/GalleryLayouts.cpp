@@ -14,13 +14,12 @@ struct Cell {
     QorGridCell place;
 };
 
-constexpr unsigned holdAll = QorHoldLeft | QorHoldRight | QorHoldTop | QorHoldBottom;
-
-/// Spans, and cells held to a side, in the middle and stretched.
+/// Spans, and cells held to a side or in the middle. Buttons keep their own size, so what fills its
+/// cell is an editor.
 constexpr Cell gridCells[] = {
-    {"cellWide", {0, 0, 2, 1, holdAll}},     {"cellTall", {0, 2, 1, 3, holdAll}},
+    {"cellWide", {0, 0, 2, 1, QorHoldFill}}, {"cellTall", {0, 2, 1, 3, QorHoldFill}},
     {"cellLeft", {1, 0, 1, 1, QorHoldLeft}}, {"cellRight", {1, 1, 1, 1, QorHoldRight}},
-    {"cellCentre", {2, 0, 1, 1, 0}},         {"cellFill", {2, 1, 1, 1, holdAll}},
+    {"cellCentre", {2, 0, 1, 1, 0}},
 };
 
 void buildNested(QorDialog& section) {
@@ -44,6 +43,7 @@ void buildGrid(QorDialog& section) {
         (new QorDlgPushButton(grid, cell.name))
             ->SetGridConstraints(cell.place.row, cell.place.column, cell.place.width,
                                  cell.place.height, cell.place.justification);
+    (new QorDlgEditor(grid, "cellFill"))->SetGridConstraints(2, 1, 1, 1, QorHoldFill);
 }
 
 void buildStack(QorDialog& section) {
