@@ -5,7 +5,7 @@
 namespace qor::import::benchmarks {
 
 /// An assembly of \p parts different turned and drilled parts, with \p instances of each, as STEP.
-/// A part has about 2,700 triangles with the default settings.
+/// A part has about 7,500 triangles with the default settings.
 void writeStepAssembly(const std::filesystem::path& file, int parts, int instances);
 
 /// The product of a STEP file again, as binary glTF.

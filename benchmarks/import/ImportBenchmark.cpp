@@ -23,7 +23,7 @@ class Models {
 public:
     Models() : folder_(fs::temp_directory_path() / ("qor-benchmark-" + std::to_string(getpid()))) {
         fs::create_directory(folder_);
-        import::benchmarks::writeStepAssembly(step(), 180, 3);
+        import::benchmarks::writeStepAssembly(step(), 66, 3);
         import::benchmarks::writeGlb(glb(), step());
         saveDocument();
     }

@@ -83,7 +83,8 @@ TEST(StepStructure, AnAbsurdUnitIsRefused) {
     ASSERT_TRUE(std::regex_search(text, factor));
     for (const char* absurd : {"1.E+30", "0.", "1.E-30"}) {
         writeText(folder / "absurd.step",
-                  std::regex_replace(text, factor, std::string("LENGTH_MEASURE_WITH_UNIT(") + absurd + ","));
+                  std::regex_replace(text, factor,
+                                     std::string("LENGTH_MEASURE_WITH_UNIT(") + absurd + ","));
         expectRefusal(folder / "absurd.step", "makes no sense");
     }
 }

@@ -54,9 +54,9 @@ Product
 read(const std::filesystem::path& file, const ImportSettings& settings, ImportReport& report) {
     const ModelFormat format = detectFormat(file);
     const std::string name = file.stem().string();
-    Product product = isBrep(format) ? productOf(readShapeDocument(file, format, report), settings,
-                                                 name, report)
-                                     : readScene(file, format, report);
+    Product product =
+        isBrep(format) ? productOf(readShapeDocument(file, format, report), settings, name, report)
+                       : readScene(file, format, report);
     product.sourceFile = file.filename().string();
     product.name = name;
     if (const auto fault = document::findFault(product))

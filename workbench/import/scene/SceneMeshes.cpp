@@ -44,6 +44,7 @@ public:
             hasUv_[1] = hasUv_[1] || part->HasTextureCoords(1);
             hasColors_ = hasColors_ || part->HasVertexColors(0);
         }
+        reserve(parts);
     }
 
     void add(const aiMesh& part, std::int32_t material) {
@@ -64,6 +65,22 @@ public:
     [[nodiscard]] Mesh take() { return std::move(mesh_); }
 
 private:
+    void reserve(std::span<const aiMesh* const> parts) {
+        std::size_t vertices = 0;
+        std::size_t faces = 0;
+        for (const aiMesh* part : parts) {
+            const bool flat = rules_.gltf && !part->HasNormals();
+            vertices += flat ? std::size_t{3} * part->mNumFaces : part->mNumVertices;
+            faces += part->mNumFaces;
+        }
+        mesh_.positions.reserve(3 * vertices);
+        mesh_.normals.reserve(hasNormals_ ? 3 * vertices : 0);
+        mesh_.uv0.reserve(hasUv_[0] ? 2 * vertices : 0);
+        mesh_.uv1.reserve(hasUv_[1] ? 2 * vertices : 0);
+        mesh_.colors.reserve(hasColors_ ? 4 * vertices : 0);
+        mesh_.indices.reserve(3 * faces);
+    }
+
     static bool isUsable(const aiMesh& part, const aiFace& face) {
         if (face.mNumIndices != 3)
             return false;
@@ -78,7 +95,6 @@ private:
         const auto base = static_cast<std::uint32_t>(mesh_.vertexCount());
         for (unsigned i = 0; i < part.mNumVertices; ++i)
             addVertex(part, i, part.HasNormals() ? part.mNormals[i] : aiVector3D(0, 0, 1));
-        mesh_.indices.reserve(mesh_.indices.size() + std::size_t{3} * part.mNumFaces);
         for (unsigned f = 0; f < part.mNumFaces; ++f) {
             const aiFace& face = part.mFaces[f];
             if (!isUsable(part, face)) {

@@ -120,6 +120,11 @@ struct Session {
         configure(importer);
     }
 
+    // Faces are an allocation each, so that letting go of a large scene takes a while.
+    void free(ImportReport& report) {
+        report.inLibrary([this] { importer.FreeScene(); });
+    }
+
     Assimp::Importer importer;
 };
 
@@ -138,6 +143,7 @@ Product readGltf(const std::filesystem::path& file, ModelFormat format, ImportRe
     const std::vector<std::int32_t> nodeOf = addSceneTree(scene, rules, &gltf, product, report);
     addGltfViews(gltf, rules.axes, nodeOf, product);
     addSceneAnimations(scene, gltf, rules.axes, nodeOf, product);
+    session.free(report);
     return product;
 }
 
@@ -155,6 +161,7 @@ Product readScene(const std::filesystem::path& file, ModelFormat format, ImportR
     addSceneMaterials(scene, file, product, report);
     report.enter("mesh", texturesTo, meshTo);
     addSceneTree(scene, {}, nullptr, product, report);
+    session.free(report);
     return product;
 }
 
