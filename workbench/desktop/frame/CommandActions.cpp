@@ -68,7 +68,7 @@ private:
         action_->setText(title);
         action_->setIcon(icon(toQt(header.GetIconName())));
         action_->setShortcut(keys);
-        action_->setStatusTip(help);
+        action_->setStatusTip(toQt(header.GetLongHelp()));
         action_->setWhatsThis(toQt(header.GetLongHelp()));
         const QString tip = help.isEmpty() ? QString(title).remove(QLatin1Char('&')) : help;
         action_->setToolTip(keys.isEmpty() ? tip

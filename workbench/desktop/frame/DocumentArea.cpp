@@ -27,7 +27,7 @@ void DocumentArea::paintEvent(QPaintEvent* /*event*/) {
     const Colors& colors = Theme::colors();
     QPainter painter(this);
     painter.fillRect(rect(), colors.dark ? colors.field : colors.window.darker(106));
-    if (!children().isEmpty())
+    if (findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly) != nullptr)
         return;
     const QPoint middle = rect().center();
     painter.drawPixmap(

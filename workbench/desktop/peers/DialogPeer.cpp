@@ -129,6 +129,7 @@ void DialogPeer::drawVisibility() {
     if (show) {
         layOutNow();
         place();
+        focusFirst();
     }
     showWindow(*control(), show);
 }
@@ -139,6 +140,19 @@ void DialogPeer::place() const {
     constexpr QPoint belowTheBars(24, 112);
     if ((widget().GetStyle() & QorDlgWndToolBar) != 0 && owner != nullptr)
         control()->move(owner->mapToGlobal(belowTheBars));
+}
+
+/// A dialog begins at its first control, so that it can be used by the keyboard at once.
+void DialogPeer::focusFirst() const {
+    if (control()->focusWidget() != nullptr || (widget().GetStyle() & QorDlgWndToolBar) != 0)
+        return;
+    std::vector<QWidget*> stops;
+    addTabStops(stops);
+    for (QWidget* stop : stops)
+        if (stop->isEnabled() && !stop->isHidden() && (stop->focusPolicy() & Qt::TabFocus) != 0) {
+            stop->setFocus(Qt::ActiveWindowFocusReason);
+            return;
+        }
 }
 
 void DialogPeer::Raise() {

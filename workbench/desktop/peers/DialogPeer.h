@@ -32,6 +32,7 @@ private:
     void connectHooks(Window& window);
     void sizeChanged();
     void place() const;
+    void focusFirst() const;
 
     QDialogButtonBox* buttons_ = nullptr; ///< belongs to the window
     bool sizeWaits_ = false;

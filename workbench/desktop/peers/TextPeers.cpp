@@ -57,8 +57,10 @@ EditorPeer::EditorPeer(QorDialog& widget)
 
 void EditorPeer::draw(QorAspects aspects) {
     constexpr int margins = 20;
-    if ((aspects & QorAspectValue) != 0 && box().text() != toQt(my().GetText()))
+    if ((aspects & QorAspectValue) != 0 && box().text() != toQt(my().GetText())) {
         box().setText(toQt(my().GetText()));
+        box().setCursorPosition(0); // the beginning of a long text says more than its end
+    }
     if ((aspects & QorAspectLayout) == 0)
         return;
     const int characters = my().GetVisibleTextWidth();

@@ -140,7 +140,7 @@ void drawProgress(const QStyleOption& option, QPainter& painter, const QWidget* 
         return;
     const QRectF done(groove.left(), groove.top(),
                       std::max(height, groove.width() * std::min(part, 1.0)), height);
-    drawPanel(painter, done, look.enabled ? look.colors.accent : look.colors.edge, QColor(),
+    drawPanel(painter, done, look.enabled ? look.colors.accent : look.colors.disabled, QColor(),
               height / 2.0);
 }
 
