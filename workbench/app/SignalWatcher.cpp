@@ -21,7 +21,7 @@ void send(char byte) {
     const int saved = errno;
     const int target = writeEnd;
     if (target >= 0)
-        (void)!write(target, &byte, 1);
+        [[maybe_unused]] const ssize_t written = write(target, &byte, 1);
     errno = saved;
 }
 
