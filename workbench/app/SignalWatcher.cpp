@@ -20,8 +20,8 @@ volatile std::sig_atomic_t writeEnd = -1;
 void send(char byte) {
     const int saved = errno;
     const int target = writeEnd;
-    if (target >= 0)
-        [[maybe_unused]] const ssize_t written = write(target, &byte, 1);
+    if (target >= 0) [[maybe_unused]]
+        const ssize_t written = write(target, &byte, 1);
     errno = saved;
 }
 
