@@ -5,6 +5,9 @@
 
 QorImplementClass(Qor3DViewer, QorViewer)
 
+const QorEventName Qor3DViewer::TREE_DISPLAY_ON = "TREE_DISPLAY_ON";
+const QorEventName Qor3DViewer::TREE_DISPLAY_OFF = "TREE_DISPLAY_OFF";
+
 Qor3DViewer::Qor3DViewer(
     QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle, float iWidth, float iHeight)
     : QorViewer(iFather, iName, iStyle, iWidth, iHeight) {}

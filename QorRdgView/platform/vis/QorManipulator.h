@@ -19,6 +19,18 @@ struct QorMouseEvent {
     bool control = false;
 };
 
+/// Shapes of the pointer, by what dragging will do; falling is from upper left to lower right.
+enum class QorCursor {
+    Arrow,
+    Hand,
+    Cross,
+    Move,
+    SizeHorizontal,
+    SizeVertical,
+    SizeFalling,
+    SizeRising
+};
+
 /// Base of what a manipulator or indicator sends.
 class QorManipulatorNotification : public QorNotification {
     QorDeclareClass(QorManipulatorNotification)
@@ -92,6 +104,11 @@ class QorManipulator : public QorCommand {
 
     [[nodiscard]] bool TakesRest() const { return takesRest; }
 
+    /// The pointer over it and while it is dragged.
+    void SetCursor(QorCursor iCursor) { cursor = iCursor; }
+
+    [[nodiscard]] QorCursor GetCursor() const { return cursor; }
+
     /// Whether picking considers it at all.
     void SetPickable(bool iPickable) { pickable = iPickable; }
 
@@ -123,6 +140,7 @@ private:
     QorVar<QorManipulatorActivateNotification> activate =
         QorMake<QorManipulatorActivateNotification>();
     QorVar<QorManipulatorEditNotification> edit = QorMake<QorManipulatorEditNotification>();
+    QorCursor cursor = QorCursor::Hand;
     int pickPriority = 0;
     bool takesRest = false;
     bool pickable = true;

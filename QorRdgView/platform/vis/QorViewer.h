@@ -134,6 +134,11 @@ private:
 class Qor3DViewer : public QorViewer {
     QorDeclareClass(Qor3DViewer)
 
+    /// Dispatched by a viewer that shows a product tree beside the product when it shows or hides
+    /// it.
+    static const QorEventName TREE_DISPLAY_ON;
+    static const QorEventName TREE_DISPLAY_OFF;
+
     Qor3DViewer(QorCommand* iFather,
                 const QorString& iName,
                 QorDlgStyle iStyle,
