@@ -18,8 +18,8 @@ struct Corner {
     float height;
 };
 
-/// A part on a lathe: each piece of \p outline turned around z with edges of its own, \p segments around, \p rings rows of
-/// faces in all. Radii may be modulated like the teeth of a gear.
+/// A part on a lathe: each piece of \p outline turned around z with edges of its own, \p segments
+/// around, \p rings rows of faces in all. Radii may be modulated like the teeth of a gear.
 MeshPtr turned(const std::vector<Corner>& outline, int segments, int rings, float teeth) {
     MeshData data;
     const auto pieces = static_cast<int>(outline.size()) - 1;
@@ -28,9 +28,11 @@ MeshPtr turned(const std::vector<Corner>& outline, int segments, int rings, floa
         const Corner& low = outline[static_cast<std::size_t>(piece)];
         const Corner& high = outline[static_cast<std::size_t>(piece) + 1];
         const auto at = [&](float t, float phi) {
-            const float wave = teeth > 0.0F ? 1.0F + 0.06F * std::tanh(4.0F * std::sin(teeth * phi)) : 1.0F;
+            const float wave =
+                teeth > 0.0F ? 1.0F + 0.06F * std::tanh(4.0F * std::sin(teeth * phi)) : 1.0F;
             const float r = (low.radius * (1.0F - t) + high.radius * t) * wave;
-            return Vec3{r * std::cos(phi), r * std::sin(phi), low.height * (1.0F - t) + high.height * t};
+            return Vec3{r * std::cos(phi), r * std::sin(phi),
+                        low.height * (1.0F - t) + high.height * t};
         };
         const auto first = static_cast<std::uint32_t>(data.positions.size());
         for (int row = 0; row <= rows; ++row)
@@ -39,9 +41,12 @@ MeshPtr turned(const std::vector<Corner>& outline, int segments, int rings, floa
                 const float phi = 2.0F * pi * static_cast<float>(s) / static_cast<float>(segments);
                 const Vec3 p = at(t, phi);
                 data.positions.push_back(p);
-                data.normals.push_back(normalize(cross(at(t, phi + 1e-3F) - at(t, phi - 1e-3F), at(1, phi) - at(0, phi))));
+                data.normals.push_back(normalize(
+                    cross(at(t, phi + 1e-3F) - at(t, phi - 1e-3F), at(1, phi) - at(0, phi))));
             }
-        const auto index = [&](int row, int s) { return first + static_cast<std::uint32_t>(row * segments + s % segments); };
+        const auto index = [&](int row, int s) {
+            return first + static_cast<std::uint32_t>(row * segments + s % segments);
+        };
         for (int row = 0; row < rows; ++row)
             for (int s = 0; s < segments; ++s) {
                 data.triangles.push_back({index(row, s), index(row, s + 1), index(row + 1, s + 1)});

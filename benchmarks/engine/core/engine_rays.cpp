@@ -1,7 +1,7 @@
-// The renderer against bare Embree: the same camera and shadow rays of the 500,000-triangle assembly, the same threads, the
-// same process. Ratios are of processor time, so that other programs disturb them less.
+// The renderer against bare Embree: the same camera and shadow rays of the 500,000-triangle
+// assembly, the same threads, the same process. Ratios are of processor time, so that other
+// programs disturb them less.
 #include "benchmarks/engine/core/EngineAssembly.h"
-
 #include "workbench/engine/core/CameraRays.h"
 #include "workbench/engine/core/CompiledScene.h"
 #include "workbench/engine/core/Sampler.h"
@@ -61,7 +61,8 @@ public:
         , samples_(samples)
         , arena_(threads) {}
 
-    /// Processor seconds of all camera rays and of the shadow rays of two directional lights from every hit.
+    /// Processor seconds of all camera rays and of the shadow rays of two directional lights from
+    /// every hit.
     double run() {
         double total = 0.0;
         for (int y = 0; y < pictureHeight; y += 32)
@@ -76,20 +77,23 @@ private:
         makeCameraRays(top);
         const double start = processorSeconds();
         arena_.execute([&] {
-            tbb::parallel_for(tbb::blocked_range<std::size_t>(0, camera_packets_.size(), 64), [&](const auto& range) {
-                for (std::size_t i = range.begin(); i < range.end(); ++i)
-                    scene_.structure().intersect(all_, camera_packets_[i]);
-            });
+            tbb::parallel_for(tbb::blocked_range<std::size_t>(0, camera_packets_.size(), 64),
+                              [&](const auto& range) {
+                                  for (std::size_t i = range.begin(); i < range.end(); ++i)
+                                      scene_.structure().intersect(all_, camera_packets_[i]);
+                              });
         });
         double total = processorSeconds() - start;
         for (const Light& light : scene_.scene().lights) {
             makeShadowRays(-normalize(std::get<DirectionalLight>(light).direction));
             const double shadowStart = processorSeconds();
             arena_.execute([&] {
-                tbb::parallel_for(tbb::blocked_range<std::size_t>(0, shadow_packets_.size(), 64), [&](const auto& range) {
-                    for (std::size_t i = range.begin(); i < range.end(); ++i)
-                        scene_.structure().occluded(masks_[i], shadow_packets_[i]);
-                });
+                tbb::parallel_for(tbb::blocked_range<std::size_t>(0, shadow_packets_.size(), 64),
+                                  [&](const auto& range) {
+                                      for (std::size_t i = range.begin(); i < range.end(); ++i)
+                                          scene_.structure().occluded(masks_[i],
+                                                                      shadow_packets_[i]);
+                                  });
             });
             total += processorSeconds() - shadowStart;
         }
@@ -97,7 +101,8 @@ private:
     }
 
     void makeCameraRays(int top) {
-        camera_packets_.resize(static_cast<std::size_t>(pictureWidth) * 32 * static_cast<std::size_t>(samples_) / packetWidth);
+        camera_packets_.resize(static_cast<std::size_t>(pictureWidth) * 32 *
+                               static_cast<std::size_t>(samples_) / packetWidth);
         std::size_t index = 0;
         for (int y = top; y < top + 32; y += 2)
             for (int x = 0; x < pictureWidth; x += 4)
@@ -105,8 +110,10 @@ private:
                     const int pixel = k / samples_;
                     const int px = x + pixel % 4;
                     const int py = y + pixel / 4;
-                    const Vec2 u = scrambledPoint(static_cast<std::uint32_t>(k % samples_), pixelSeed(px, py, 0));
-                    const Ray ray = camera_.at(static_cast<float>(px) + u.x, static_cast<float>(py) + u.y);
+                    const Vec2 u = scrambledPoint(static_cast<std::uint32_t>(k % samples_),
+                                                  pixelSeed(px, py, 0));
+                    const Ray ray =
+                        camera_.at(static_cast<float>(px) + u.x, static_cast<float>(py) + u.y);
                     RayHitPacket& packet = camera_packets_[index / packetWidth];
                     const int lane = static_cast<int>(index % packetWidth);
                     put(packet.ray, lane, ray.origin, ray.direction, ray.tNear);
@@ -125,9 +132,10 @@ private:
                 const RayHitPacket& seen = camera_packets_[i];
                 if (seen.hit.geomID[lane] == Hit::none)
                     continue;
-                const Hit hit{seen.hit.instID[0][lane], seen.hit.primID[lane], seen.ray.tfar[lane], seen.hit.u[lane],
-                              seen.hit.v[lane]};
-                const Vec3 direction{seen.ray.dir_x[lane], seen.ray.dir_y[lane], seen.ray.dir_z[lane]};
+                const Hit hit{seen.hit.instID[0][lane], seen.hit.primID[lane], seen.ray.tfar[lane],
+                              seen.hit.u[lane], seen.hit.v[lane]};
+                const Vec3 direction{seen.ray.dir_x[lane], seen.ray.dir_y[lane],
+                                     seen.ray.dir_z[lane]};
                 const Surface surface = surfaceAt(scene_, hit, direction, {});
                 if (dot(surface.normal, towards) <= 0.0F)
                     continue;

@@ -1,9 +1,7 @@
 #include "workbench/engine/core/Assembly.h"
 
 #include "workbench/engine/core/Embree.h"
-
-#include <tbb/parallel_for.h>
-#include <tbb/task_arena.h>
+#include "workbench/engine/core/Parallel.h"
 
 #include <algorithm>
 #include <atomic>
@@ -86,9 +84,9 @@ Result<Done> Assembly::prepare() const {
         const std::vector<const Mesh*> meshes = distinctMeshes(instances_);
         // Isolated: a thread that waits here for a structure must not take up other work that wants
         // the lock.
-        tbb::this_task_arena::isolate([&] {
-            tbb::parallel_for(std::size_t{0}, meshes.size(),
-                              [&](std::size_t i) { static_cast<void>(meshes[i]->structure()); });
+        isolated([&] {
+            forEachIndex(meshes.size(),
+                         [&](std::size_t i) { static_cast<void>(meshes[i]->structure()); });
             lazy_->structure = std::make_unique<AssemblyStructure>(instances_);
         });
     } catch (const std::bad_alloc&) {

@@ -1,9 +1,7 @@
 #include "workbench/engine/core/RenderJob.h"
 
 #include "workbench/engine/core/FinalGatherer.h"
-
-#include <tbb/parallel_for.h>
-#include <tbb/task_arena.h>
+#include "workbench/engine/core/Parallel.h"
 
 #include <exception>
 #include <new>
@@ -75,8 +73,7 @@ RenderJob::RenderJob(Scene scene,
 
 void RenderJob::run() {
     try {
-        tbb::task_arena arena(options_.threads > 0 ? options_.threads : tbb::task_arena::automatic);
-        arena.execute([this] { render(); });
+        inArena(options_.threads, [this] { render(); });
     } catch (const std::bad_alloc&) {
         end(RenderState::failed, {ErrorCode::outOfMemory, "not enough memory to render"});
     } catch (const std::exception& failure) {
@@ -114,17 +111,13 @@ void RenderJob::render() {
 template <typename Task>
 void RenderJob::onWorkers(std::size_t items, std::size_t grain, const Task& task) {
     std::atomic<std::size_t> next{0};
-    const int workers = tbb::this_task_arena::max_concurrency();
-    tbb::parallel_for(
-        0, workers,
-        [&](int) {
-            const FlushDenormals flush;
-            auto worker = task();
-            for (std::size_t first = next.fetch_add(grain); first < items && !shouldStop();
-                 first = next.fetch_add(grain))
-                worker(first, std::min(items, first + grain));
-        },
-        tbb::simple_partitioner());
+    onEveryWorker([&] {
+        const FlushDenormals flush;
+        auto worker = task();
+        for (std::size_t first = next.fetch_add(grain); first < items && !shouldStop();
+             first = next.fetch_add(grain))
+            worker(first, std::min(items, first + grain));
+    });
 }
 
 bool RenderJob::renderCoarse(const CompiledScene& scene) {
