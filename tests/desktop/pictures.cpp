@@ -1,9 +1,9 @@
 // Draws the controls into picture files, for looking at: pictures FOLDER [light|dark].
 // QT_SCALE_FACTOR gives the scale.
+#include "platform/dialog/QorDlgColorEditor.h"
+#include "platform/dialog/QorDlgFile.h"
 #include "platform/dialog/QorDlgNotify.h"
-#include "platform/frame/QorApplicationFrame.h"
 #include "platform/system/QorApplication.h"
-#include "platform/text/QorCatalogs.h"
 #include "tests/desktop/GalleryDialog.h"
 #include "workbench/desktop/Desktop.h"
 #include "workbench/desktop/QtToolkit.h"
@@ -13,7 +13,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
-#include <QLineEdit>
 
 using namespace qor::desktop;
 
@@ -43,6 +42,28 @@ private:
     QString theme_;
 };
 
+/// The windows that come ready.
+void takeWindows(Pictures& pictures) {
+    const auto box = QorAdopt(
+        new QorDlgNotify(nullptr, "box", QorNotifyKind::Warning, QorNotifyButtons::YesNoCancel));
+    QorDlgNotify::SetOpenedObserver([&](QorDlgNotify& open) {
+        pictures.save(controlOf(&open), QStringLiteral("box"));
+        open.UserCancel();
+    });
+    box->DisplayBlocked("gear.png exists already.\nDo you want to replace it?", "Save Picture");
+    QorDlgNotify::SetOpenedObserver({});
+    const auto file = QorAdopt(new QorDlgFile(nullptr, "file", QorDlgFileSave));
+    file->SetTitle("Save Picture");
+    const QorUnicodeString labels[] = {"TIFF", "PNG"};
+    const QorString patterns[] = {"*.tif", "*.png"};
+    file->SetFilterStrings(labels, patterns, 2);
+    pictures.take(*file, QStringLiteral("file"));
+    const auto color = QorAdopt(new QorDlgColorEditor(nullptr, "color"));
+    color->SetTitle("Light Colour");
+    color->SetColor({1.0F, 0.9F, 0.7F});
+    pictures.take(*color, QStringLiteral("color"));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -64,6 +85,7 @@ int main(int argc, char** argv) {
         combo->hidePopup();
         const auto tools = QorAdopt(new tests::GalleryTools(nullptr));
         pictures.take(*tools, QStringLiteral("tools"));
+        takeWindows(pictures);
     }
     return 0;
 }

@@ -111,7 +111,10 @@ TEST_F(Windows, AFileDialogGivesThePathAsTypedAndStaysOpen) {
         EXPECT_EQ(file->GetSelection(), QorUnicodeString(directory.GetPath(typed)));
         EXPECT_EQ(window->TakeHeard(), Heard{"file FileSelectionOK"});
         EXPECT_TRUE(control->isVisible());
-        EXPECT_EQ(visibleWindows().size(), 2) << "something else was asked";
+        QList<QWidget*> asking = visibleWindows(); // lists that complete the name do not ask
+        asking.removeIf(
+            [](const QWidget* one) { return qobject_cast<const QDialog*>(one) == nullptr; });
+        EXPECT_EQ(asking.size(), 2) << "something else was asked";
     }
     auto* filters = control->findChild<QComboBox*>("fileTypeCombo");
     filters->setFocus();

@@ -6,19 +6,25 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLineEdit>
-#include <QSignalBlocker>
+#include <QTreeView>
 
 #include <utility>
 
 namespace qor::desktop {
 
 FileControl::FileControl(QWidget* parent) : WindowControl(parent) {
+    constexpr QSize startSize(800, 520);
     setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
                QFileDialog::DontResolveSymlinks);
     // Also for saving: in its saving mode Qt's dialog changes the typed suffix with the filter.
     setAcceptMode(QFileDialog::AcceptOpen);
     setFileMode(QFileDialog::AnyFile);
+    resize(startSize);
+    setSizeGripEnabled(false);
+    if (const auto* details = findChild<QTreeView*>(QStringLiteral("treeView")))
+        details->header()->setStretchLastSection(true);
 }
 
 QLineEdit* FileControl::nameEditor() const {

@@ -37,6 +37,7 @@ void drawMenuPanel(const QStyleOption& option, QPainter& painter, const QWidget*
 void drawTip(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 void drawBar(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 void drawMenuBarBack(const QStyleOption& option, QPainter& painter, const QWidget* widget);
+void drawHeader(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 void drawRow(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 void drawNothing(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 

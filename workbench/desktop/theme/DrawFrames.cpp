@@ -92,6 +92,17 @@ void drawMenuBarBack(const QStyleOption& option, QPainter& painter, const QWidge
     painter.fillRect(option.rect, Theme::colors().window);
 }
 
+/// The back of a column's title in a list.
+void drawHeader(const QStyleOption& option, QPainter& painter, const QWidget* /*widget*/) {
+    constexpr int inset = 6;
+    const Look look(option);
+    const QRect& rect = option.rect;
+    painter.fillRect(rect, look.pressed ? look.colors.pressed : look.colors.window);
+    painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), look.colors.line);
+    painter.fillRect(QRect(rect.right(), rect.top() + inset, 1, rect.height() - 2 * inset),
+                     look.colors.line);
+}
+
 /// The back of a row in a list, or of a menu's entry.
 void drawRow(const QStyleOption& option, QPainter& painter, const QWidget* /*widget*/) {
     constexpr qreal radius = 4.0;
