@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <csignal>
 #include <fstream>
 #include <vector>
@@ -46,7 +47,7 @@ struct Behaviour {
     const char* text;
 };
 
-const Behaviour behaviours[] = {
+const auto behaviours = std::to_array<Behaviour>({
     {R"(echo '{"event":"done","nodes":3}')", ImportEnd::Done, ""},
     {R"(echo noise; echo '{"event":"done","nodes":3}')", ImportEnd::Done, ""},
     {R"(echo '{"event":"error","kind":"input","text":"/models/gear.step: it is cut off"}'; exit 1)",
@@ -63,7 +64,7 @@ const Behaviour behaviours[] = {
      ImportEnd::Crashed,
      "/models/gear.step: the import crashed (Aborted) in the stage \"transfer\"; nothing was "
      "changed"},
-};
+});
 
 } // namespace
 

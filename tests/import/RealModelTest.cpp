@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 
 using namespace qor::import;
@@ -21,11 +22,11 @@ struct KnownModel {
     const char* unit;
 };
 
-constexpr KnownModel knownModels[] = {{"as1-oc-214.stp", 28, 5, "mm"},
-                                      {"linkrods.step", 1, 1, "mm"},
-                                      {"screw.step", 1, 1, "mm"},
-                                      {"bearing.iges", 1, 1, "mm"},
-                                      {"2CylinderEngine.glb", 82, 29, "m"}};
+constexpr auto knownModels = std::to_array<KnownModel>({{"as1-oc-214.stp", 28, 5, "mm"},
+                                                        {"linkrods.step", 1, 1, "mm"},
+                                                        {"screw.step", 1, 1, "mm"},
+                                                        {"bearing.iges", 1, 1, "mm"},
+                                                        {"2CylinderEngine.glb", 82, 29, "m"}});
 
 } // namespace
 

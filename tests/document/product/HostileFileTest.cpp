@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <array>
 #include <fstream>
 #include <random>
 #include <vector>
@@ -39,7 +40,7 @@ struct Tampering {
     const char* says;
 };
 
-const Tampering tamperings[] = {
+const auto tamperings = std::to_array<Tampering>({
     {"PRAGMA user_version = 2", "later version"},
     {"PRAGMA application_id = 1", "not a document of this program"},
     {"UPDATE product_info SET value = 2 WHERE key = 'tables_version'", "later version"},
@@ -73,7 +74,7 @@ const Tampering tamperings[] = {
     {"UPDATE product_track SET animation = 1", "track of no animation"},
     {"UPDATE product_info SET value = 0 WHERE key = 'unit_mm'", "length unit"},
     {"UPDATE product_info SET value = 'long' WHERE key = 'unit_mm'", "length unit"},
-};
+});
 
 } // namespace
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 
 using namespace qor::document;
@@ -20,7 +21,7 @@ struct Damage {
     void (*make)(Product&);
 };
 
-const Damage damages[] = {
+const auto damages = std::to_array<Damage>({
     {"parent does not stand before it",
      [](Product& p) {
          p.nodes[0].parent = 0;
@@ -133,7 +134,7 @@ const Damage damages[] = {
      [](Product& p) {
          p.animations[0].tracks[0].node = none;
      }},
-};
+});
 
 Product chain(int depth) {
     Product product;

@@ -48,11 +48,11 @@ constexpr const char* newFilePragmas = "PRAGMA page_size = 16384; PRAGMA journal
                                        "PRAGMA synchronous = OFF; PRAGMA foreign_keys = ON;"
                                        "PRAGMA locking_mode = EXCLUSIVE; BEGIN;";
 
-Result<Done> fill(const fs::path& file,
+Result<Done> fill(const fs::path& unfinished,
                   const fs::path& target,
                   const Product& product,
                   const ProductProgress& progress) {
-    Database database(file, OpenMode::Create);
+    Database database(unfinished, OpenMode::Create);
     tables::execute(database.get(), newFilePragmas);
     tables::execute(database.get(),
                     "PRAGMA application_id = " + std::to_string(documentApplicationId) +
@@ -78,10 +78,10 @@ fs::path folderOf(const fs::path& file) {
     return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
-Result<Done> publish(const fs::path& file, const fs::path& target) {
-    if (!syncPath(file, O_RDWR))
+Result<Done> publish(const fs::path& unfinished, const fs::path& target) {
+    if (!syncPath(unfinished, O_RDWR))
         return machineFailure(target, "it could not be written to the disk");
-    if (std::rename(file.c_str(), target.c_str()) != 0)
+    if (std::rename(unfinished.c_str(), target.c_str()) != 0)
         return machineFailure(target, "it could not be given its name");
     syncPath(folderOf(target), O_RDONLY | O_DIRECTORY);
     return Done{};

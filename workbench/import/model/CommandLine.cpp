@@ -1,5 +1,6 @@
 #include "workbench/import/model/CommandLine.h"
 
+#include <array>
 #include <charconv>
 #include <string_view>
 #include <vector>
@@ -23,8 +24,9 @@ struct Option {
     double highest;
 };
 
-constexpr Option options[] = {{"--deflection", &ImportSettings::deflectionMm, 1e-6, 1e6},
-                              {"--angle", &ImportSettings::angleDeg, 1, 60}};
+constexpr auto options =
+    std::to_array<Option>({{"--deflection", &ImportSettings::deflectionMm, 1e-6, 1e6},
+                           {"--angle", &ImportSettings::angleDeg, 1, 60}});
 
 ParsedCommandLine wrong(const std::string& what) {
     return {std::nullopt, "qorimport: " + what + "\n" + usageText, 2};

@@ -23,12 +23,19 @@ struct Suffix {
     ModelFormat format;
 };
 
-constexpr Suffix suffixes[] = {
-    {".step", ModelFormat::Step}, {".stp", ModelFormat::Step},  {".iges", ModelFormat::Iges},
-    {".igs", ModelFormat::Iges},  {".brep", ModelFormat::Brep}, {".brp", ModelFormat::Brep},
-    {".gltf", ModelFormat::Gltf}, {".glb", ModelFormat::Glb},   {".obj", ModelFormat::Obj},
-    {".stl", ModelFormat::Stl},   {".ply", ModelFormat::Ply},
-};
+constexpr auto suffixes = std::to_array<Suffix>({
+    {".step", ModelFormat::Step},
+    {".stp", ModelFormat::Step},
+    {".iges", ModelFormat::Iges},
+    {".igs", ModelFormat::Iges},
+    {".brep", ModelFormat::Brep},
+    {".brp", ModelFormat::Brep},
+    {".gltf", ModelFormat::Gltf},
+    {".glb", ModelFormat::Glb},
+    {".obj", ModelFormat::Obj},
+    {".stl", ModelFormat::Stl},
+    {".ply", ModelFormat::Ply},
+});
 
 constexpr std::array names{"STEP",        "IGES", "BREP", "binary BREP", "glTF",
                            "binary glTF", "OBJ",  "STL",  "PLY"};

@@ -80,6 +80,7 @@ void ImportProcess::start(const ImportRequest& request) {
     start_ = std::chrono::steady_clock::now();
     std::vector<std::string> words = argumentsOf(request);
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);

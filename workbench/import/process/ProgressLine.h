@@ -31,7 +31,7 @@ struct ProgressLine {
 
 /// Lines longer than this are refused; a child that never ends its line cannot fill the workbench's
 /// memory.
-inline constexpr std::size_t longestProgressLine = 64 * 1024;
+inline constexpr std::size_t longestProgressLine = 65536;
 
 /// The line, without its line end. Text that is not UTF-8 is mended.
 [[nodiscard]] std::string formatProgressLine(const ProgressLine& line);

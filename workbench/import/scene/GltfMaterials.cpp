@@ -5,6 +5,7 @@
 #include "workbench/import/scene/TextureDecoder.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 
 namespace qor::import {
@@ -34,7 +35,7 @@ constexpr const char* coat = "KHR_materials_clearcoat";
 constexpr const char* volume = "KHR_materials_volume";
 constexpr const char* transmission = "KHR_materials_transmission";
 
-constexpr Factor factors[] = {
+constexpr auto factors = std::to_array<Factor>({
     {pbr, "metallicFactor", &Material::metallic, 1},
     {pbr, "roughnessFactor", &Material::roughness, 1},
     {"", "alphaCutoff", &Material::alphaCutoff, 1},
@@ -44,7 +45,7 @@ constexpr Factor factors[] = {
     {"KHR_materials_ior", "ior", &Material::ior, 1},
     {volume, "thicknessFactor", &Material::thicknessMm, metre},
     {volume, "attenuationDistance", &Material::attenuationDistanceMm, metre},
-};
+});
 
 struct Slot {
     const char* block;
@@ -52,7 +53,7 @@ struct Slot {
     TextureSlot slot;
 };
 
-constexpr Slot slots[] = {
+constexpr auto slots = std::to_array<Slot>({
     {pbr, "baseColorTexture", TextureSlot::BaseColor},
     {pbr, "metallicRoughnessTexture", TextureSlot::MetallicRoughness},
     {"", "normalTexture", TextureSlot::Normal},
@@ -62,7 +63,7 @@ constexpr Slot slots[] = {
     {coat, "clearcoatTexture", TextureSlot::Clearcoat},
     {coat, "clearcoatRoughnessTexture", TextureSlot::ClearcoatRoughness},
     {coat, "clearcoatNormalTexture", TextureSlot::ClearcoatNormal},
-};
+});
 
 const json& blockOf(const json& material, const char* block) {
     if (*block == '\0')

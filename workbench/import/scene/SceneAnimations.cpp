@@ -3,6 +3,7 @@
 #include "workbench/import/scene/GltfCheck.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace qor::import {
@@ -14,7 +15,7 @@ using nlohmann::json;
 
 namespace {
 
-constexpr const char* pathNames[] = {"translation", "rotation", "scale"};
+constexpr auto pathNames = std::to_array<const char*>({"translation", "rotation", "scale"});
 
 TrackInterpolation interpolationOf(const json& animation, std::int32_t node, TrackTarget target) {
     const json& samplers = arrayOf(animation, "samplers");

@@ -8,6 +8,7 @@
 #include <assimp/material.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 
@@ -24,13 +25,13 @@ struct Slot {
     TextureSlot slot;
 };
 
-constexpr Slot slots[] = {
+constexpr auto slots = std::to_array<Slot>({
     {aiTextureType_DIFFUSE, TextureSlot::BaseColor},
     {aiTextureType_BASE_COLOR, TextureSlot::BaseColor},
     {aiTextureType_NORMALS, TextureSlot::Normal},
     {aiTextureType_NORMAL_CAMERA, TextureSlot::Normal},
     {aiTextureType_EMISSIVE, TextureSlot::Emission},
-};
+});
 
 double linear(double coded) {
     const double x = std::clamp(coded, 0.0, 1.0);

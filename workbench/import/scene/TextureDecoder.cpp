@@ -5,6 +5,7 @@
 #include <Magick++.h>
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace qor::import {
@@ -20,7 +21,7 @@ struct Signature {
 
 using namespace std::string_view_literals;
 
-constexpr Signature signatures[] = {
+constexpr auto signatures = std::to_array<Signature>({
     {"\x89PNG\r\n\x1a\n"sv, "PNG"},
     {"\xFF\xD8\xFF"sv, "JPEG"},
     {"RIFF"sv, "WEBP"},
@@ -28,7 +29,7 @@ constexpr Signature signatures[] = {
     {"MM\0*"sv, "TIFF"},
     {"BM"sv, "BMP"},
     {"GIF8"sv, "GIF"},
-};
+});
 
 // A Targa file has no signature; its second and third bytes say how colours are kept.
 bool looksLikeTarga(std::span<const std::uint8_t> bytes) {

@@ -128,10 +128,10 @@ void BlobReader::read(std::int64_t row, std::span<std::byte> target) {
 Database::Database(const std::filesystem::path& file, OpenMode mode) {
     const int code = sqlite3_open_v2(file.c_str(), &database_, openFlags(mode), nullptr);
     if (code != SQLITE_OK) {
-        const DatabaseError error(code & 0xff, database_ != nullptr ? sqlite3_errmsg(database_)
-                                                                    : sqlite3_errstr(code));
+        const std::string text =
+            database_ != nullptr ? sqlite3_errmsg(database_) : sqlite3_errstr(code);
         sqlite3_close(database_);
-        throw error;
+        throw DatabaseError(code & 0xff, text);
     }
     if (mode != OpenMode::Create)
         harden(database_);

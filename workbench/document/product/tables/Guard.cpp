@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <array>
+
 namespace qor::document::tables {
 
 namespace {
@@ -13,7 +15,7 @@ struct Meaning {
     bool withDetail;
 };
 
-constexpr Meaning meanings[] = {
+constexpr auto meanings = std::to_array<Meaning>({
     {SQLITE_NOTADB, FaultKind::Input, "it is not a document file", false},
     {SQLITE_CORRUPT, FaultKind::Input, "the file is damaged: ", true},
     {SQLITE_TOOBIG, FaultKind::Input, "the file is damaged: it claims more bytes than it has",
@@ -29,7 +31,7 @@ constexpr Meaning meanings[] = {
     {SQLITE_NOMEM, FaultKind::Machine, "not enough memory", false},
     {SQLITE_ERROR, FaultKind::Input, "the file is damaged: ", true},
     {SQLITE_CONSTRAINT, FaultKind::Internal, "the product does not fit its tables: ", true},
-};
+});
 
 } // namespace
 

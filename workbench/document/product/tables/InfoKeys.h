@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 namespace qor::document::tables {
 
 // Keys of the table product_info. A key that is missing leaves the default of its field.
@@ -9,7 +11,7 @@ inline constexpr const char* name = "name";
 inline constexpr const char* sourceFile = "source_file";
 inline constexpr const char* unitName = "unit_name";
 inline constexpr const char* unitMm = "unit_mm";
-inline constexpr const char* environment[3] = {"environment_r", "environment_g", "environment_b"};
+inline constexpr std::array environment{"environment_r", "environment_g", "environment_b"};
 inline constexpr const char* diffuseBounces = "diffuse_bounces";
 inline constexpr const char* glossyBounces = "glossy_bounces";
 inline constexpr const char* transmissionBounces = "transmission_bounces";

@@ -3,7 +3,9 @@
 #include "workbench/document/product/tables/Load.h"
 #include "workbench/document/product/tables/RowReader.h"
 
+#include <array>
 #include <string>
+#include <utility>
 
 namespace qor::document::tables {
 
@@ -17,10 +19,10 @@ struct Stream {
     std::uint64_t perVertex; ///< elements a vertex; 0: as its own rule says
 };
 
-constexpr Stream<float> floatStreams[] = {{"positions", &Mesh::positions, 3},
-                                          {"normals", &Mesh::normals, 3},
-                                          {"uv0", &Mesh::uv0, 2},
-                                          {"uv1", &Mesh::uv1, 2}};
+constexpr auto floatStreams = std::to_array<Stream<float>>({{"positions", &Mesh::positions, 3},
+                                                            {"normals", &Mesh::normals, 3},
+                                                            {"uv0", &Mesh::uv0, 2},
+                                                            {"uv1", &Mesh::uv1, 2}});
 constexpr Stream<std::uint8_t> colorStream{"colors", &Mesh::colors, 4};
 constexpr Stream<std::uint32_t> indexStream{"indices", &Mesh::indices, 0};
 constexpr Stream<std::uint32_t> edgeStream{"edges", &Mesh::edges, 0};
@@ -29,7 +31,7 @@ constexpr Stream<std::uint32_t> edgeStream{"edges", &Mesh::edges, 0};
 struct MeshClaim {
     std::uint64_t vertices = 0;
     std::uint64_t triangles = 0;
-    std::uint64_t bytes[7] = {}; ///< of the blobs in the table's order
+    std::array<std::uint64_t, 7> bytes{}; ///< of the blobs in the table's order
 };
 
 void expectLength(const char* column, std::uint64_t bytes, std::uint64_t expected) {
@@ -40,11 +42,12 @@ void expectLength(const char* column, std::uint64_t bytes, std::uint64_t expecte
 
 void checkClaim(const MeshClaim& claim) {
     expectLength("positions", claim.bytes[0], claim.vertices * 12);
-    const std::uint64_t optionalBytes[] = {12, 8, 8, 4};
-    const char* const names[] = {"normals", "uv0", "uv1", "colors"};
-    for (std::size_t i = 0; i < 4; ++i)
+    constexpr std::array<std::pair<const char*, std::uint64_t>, 4> optional{
+        {{"normals", 12}, {"uv0", 8}, {"uv1", 8}, {"colors", 4}}};
+    for (std::size_t i = 0; i < optional.size(); ++i)
         if (claim.bytes[i + 1] != 0)
-            expectLength(names[i], claim.bytes[i + 1], claim.vertices * optionalBytes[i]);
+            expectLength(optional[i].first, claim.bytes[i + 1],
+                         claim.vertices * optional[i].second);
     expectLength("indices", claim.bytes[5], claim.triangles * 12);
     if (claim.bytes[6] % 8 != 0)
         damaged("a mesh with half an edge");
@@ -54,8 +57,9 @@ MeshClaim claimOf(const Statement& row) {
     MeshClaim claim;
     claim.vertices = count(row, 2);
     claim.triangles = count(row, 3);
-    for (int i = 0; i < 7; ++i)
-        claim.bytes[i] = static_cast<std::uint64_t>(row.integer(4 + i));
+    int column = 4;
+    for (std::uint64_t& bytes : claim.bytes)
+        bytes = static_cast<std::uint64_t>(row.integer(column++));
     return claim;
 }
 
@@ -119,17 +123,17 @@ void loadMeshes(sqlite3* database,
                 const ProductProgress& progress,
                 Product& product) {
     const std::vector<MeshClaim> claims = loadClaims(database, limits, product);
-    StreamReader<float> floats[] = {{database, floatStreams[0]},
-                                    {database, floatStreams[1]},
-                                    {database, floatStreams[2]},
-                                    {database, floatStreams[3]}};
+    std::array<StreamReader<float>, 4> floats{{{database, floatStreams[0]},
+                                               {database, floatStreams[1]},
+                                               {database, floatStreams[2]},
+                                               {database, floatStreams[3]}}};
     StreamReader colors(database, colorStream);
     StreamReader indices(database, indexStream);
     StreamReader edges(database, edgeStream);
     for (std::size_t i = 0; i < claims.size(); ++i) {
         const auto row = static_cast<std::int64_t>(i);
         Mesh& mesh = product.meshes[i];
-        for (std::size_t stream = 0; stream < 4; ++stream)
+        for (std::size_t stream = 0; stream < floats.size(); ++stream)
             floats[stream].read(row, claims[i].bytes[stream], mesh);
         colors.read(row, claims[i].bytes[4], mesh);
         indices.read(row, claims[i].bytes[5], mesh);
