@@ -27,7 +27,7 @@ Json startCommand(Call& call) {
     const auto header = findHeader(name);
     if (!header->IsAvailable())
         throw Error(ErrorCode::cannotAct, "the command " + inQuotes(name) + " is not available");
-    if (!QorSucceeded(header->StartCommand()))
+    if (!QorSucceeded(header->UserStart()))
         throw Error(ErrorCode::failed, "the command " + inQuotes(name) + " could not be started");
     return Json::object();
 }

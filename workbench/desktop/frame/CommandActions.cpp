@@ -58,7 +58,7 @@ private:
     void start() const {
         const QorVar<QorCommandHeader> header(QorCommandHeader::GetHeaderFromList(command_, 1));
         if (header)
-            (void)header->StartCommand();
+            (void)header->UserStart();
     }
 
     void draw(const QorCommandHeader& header) {
