@@ -125,7 +125,8 @@ BENCHMARK(adaptiveAssembly)
 BENCHMARK(gatheredCornellBox)
     ->Args({160, 4, 128})
     ->Args({320, 4, 128})
-    ->Args({320, 8, 256})
+    ->Args({320, 2, 64})
+    ->Args({320, 4, 64})
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 

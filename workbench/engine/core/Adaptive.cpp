@@ -11,8 +11,10 @@ namespace {
 
 /// Relative errors of pixels darker than this count as if they were as bright.
 constexpr float darkest = 0.03F;
-/// With fewer samples a pixel's own spread says nothing.
+/// With fewer samples a pixel's own spread says nothing; a block's eight pixels together need fewer
+/// each.
 constexpr int fewestForSpread = 4;
+constexpr int fewestForBlock = 2;
 /// Most samples that one whole pass takes, so that pictures refine evenly.
 constexpr int longestPass = 32;
 
@@ -67,8 +69,10 @@ std::vector<BlockWork> Adaptive::nextPass() {
     }
     if (samples.maximum <= samples.minimum)
         return {};
-    if (uniform_ < std::min(fewestForSpread, samples.maximum))
-        return wholePass(std::min(fewestForSpread, samples.maximum) - uniform_);
+    const int fewest =
+        std::min(samples.noiseTarget ? fewestForBlock : fewestForSpread, samples.maximum);
+    if (uniform_ < fewest)
+        return wholePass(fewest - uniform_);
     return refinedPass();
 }
 
