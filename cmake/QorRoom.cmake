@@ -38,6 +38,7 @@ function(qor_test target)
   cmake_parse_arguments(TEST "DISPLAY" "TIMEOUT" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
   add_executable(${target} ${TEST_SOURCES})
   target_link_libraries(${target} PRIVATE qor_settings qor_test_support ${TEST_LINKS} GTest::gtest_main)
+  target_compile_options(${target} PRIVATE ${QOR_TEST_OPTIMISATION})
   _qor_refuse_two_copies(${target})
   if(TEST_DISPLAY)
     qor_add_test(${target} LABELS display COMMAND "${PROJECT_SOURCE_DIR}/tools/with-display" $<TARGET_FILE:${target}>

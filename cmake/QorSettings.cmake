@@ -22,6 +22,10 @@ target_compile_options(qor_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow 
 add_compile_options(-fno-semantic-interposition)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(qor_settings INTERFACE -Werror)
+  if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # Version 12 sees overlapping copies in `"text" + std::string()` where there are none (GCC bug 105651).
+    target_compile_options(qor_settings INTERFACE -Wno-restrict)
+  endif()
 endif()
 
 set(QOR_SANITIZER_ENVIRONMENT)
@@ -34,6 +38,13 @@ if(QOR_SANITIZE)
     "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks-of-libraries.txt:print_suppressions=0"
     "UBSAN_OPTIONS=print_stacktrace=1"
     "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/races-of-libraries.txt:halt_on_error=1:second_deadlock_stack=1")
+endif()
+
+# Tests call the code under test, they need not be fast themselves: their assertions cost a third of the compile time at -O3,
+# and three quarters of it at -O2 under the sanitizers.
+set(QOR_TEST_OPTIMISATION -O1)
+if(QOR_SANITIZE)
+  set(QOR_TEST_OPTIMISATION -O0)
 endif()
 
 find_program(QOR_MOLD mold)
