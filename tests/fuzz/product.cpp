@@ -16,7 +16,9 @@ namespace {
 /// A file of the process, gone when it ends.
 class File {
 public:
-    File() : path_(std::filesystem::temp_directory_path() / "qor-fuzz-product-XXXXXX") {
+    File()
+        : path_(std::filesystem::temp_directory_path() /
+                ("qor-fuzz-product-" + std::string(6, 'X'))) {
         descriptor_ = mkstemp(path_.data());
         require(descriptor_ >= 0, "there is room for a file");
     }
