@@ -72,7 +72,7 @@ void drawShapedFrame(const QStyleOption& option, QPainter& painter, const QWidge
 
 void drawMenuPanel(const QStyleOption& option, QPainter& painter, const QWidget* /*widget*/) {
     const Colors& colors = Theme::colors();
-    painter.fillRect(option.rect, colors.dark ? colors.raised : colors.field);
+    painter.fillRect(option.rect, colors.dark ? colors.pressed : colors.field);
     drawPanel(painter, QRectF(option.rect), QColor(), colors.dark ? colors.edge : colors.line, 0.0);
 }
 
