@@ -225,6 +225,74 @@ TEST(Camera, TheTopRowIsUp) {
     EXPECT_EQ(image.pixel(8, 15)[3], 0.0F);
 }
 
+TEST(Ground, IsLitEvenlyAndShadowsFallOnIt) {
+    Scene scene = sceneOf({sphere(1.0F, 64)}, {diffuse({0.5F, 0.5F, 0.5F})});
+    scene.lights = {DirectionalLight{{0.5F, 0.7F, -1}, {3, 3, 3}, 0.0F, true}};
+    scene.ground = {true, {0, 0, -1}, {0, 0, 1}, 400.0F, {0.6F, 0.6F, 0.6F}, 0.0F, 0.0F};
+    const Image image = rendered(scene, lookFrom({0, -12, 5}), plainOptions(64, 4));
+    const double wanted = 0.6 / pi * 3.0 / std::sqrt(1.0 + 0.25 + 0.49);
+    int lit = 0;
+    int dark = 0;
+    for (int x = 0; x < 64; ++x)
+        for (int y = 56; y < 64; ++y)
+            lit += std::abs(image.pixel(x, y)[0] - wanted) < 1e-4 ? 1 : 0;
+    for (int x = 0; x < 64; ++x)
+        for (int y = 0; y < 64; ++y)
+            dark += image.pixel(x, y)[0] == 0.0F && image.pixel(x, y)[3] == 1.0F ? 1 : 0;
+    EXPECT_EQ(lit, 64 * 8);
+    EXPECT_GT(dark, 20);
+}
+
+TEST(Ground, SeeThroughOneShowsShadowsOnTheBackground) {
+    Scene scene = sceneOf({sphere(1.0F, 64)}, {diffuse({0.5F, 0.5F, 0.5F})});
+    scene.lights = {DirectionalLight{{0, 0, -1}, {3, 3, 3}, 0.0F, true}};
+    scene.background = {
+        Background::Kind::gradient, {0.25F, 0.25F, 0.25F}, {0.25F, 0.25F, 0.25F}, nullptr, true};
+    scene.ground = {true, {0, 0, -3}, {0, 0, 1}, 40.0F, {0.6F, 0.6F, 0.6F}, 1.0F, 0.0F};
+    const Image image = rendered(scene, lookFrom({0, -8, 4}), plainOptions(64, 4));
+    int shadow = 0;
+    int untouched = 0;
+    for (int i = 48 * 64; i < 64 * 64; ++i) { // below the ball
+        const float* pixel = image.pixel(i % 64, i / 64);
+        shadow += pixel[3] == 1.0F && pixel[0] == 0.0F ? 1 : 0;
+        untouched += pixel[3] < 1e-6F && std::abs(pixel[0] - 0.25F) < 1e-6F ? 1 : 0;
+    }
+    EXPECT_GT(shadow, 50);
+    EXPECT_GT(untouched, 500);
+}
+
+TEST(Ground, MirrorsObjectsOnly) {
+    Scene scene = sceneOf({box({-1, -1, 0.5F}, {1, 1, 2})}, {diffuse({0, 0, 0})});
+    scene.materials[0].emission = {1, 0, 0};
+    scene.background = {Background::Kind::gradient, {0, 0, 0.5F}, {0, 0, 0.5F}, nullptr, true};
+    scene.ground = {true, {0, 0, 0}, {0, 0, 1}, 40.0F, {0, 0, 0}, 0.0F, 0.5F};
+    const Image image = rendered(scene, lookFrom({0, -8, 2}), plainOptions(65, 1));
+    EXPECT_NEAR(image.pixel(32, 44)[0], 0.5F, 1e-5F);
+    EXPECT_EQ(image.pixel(2, 60)[0], 0.0F);
+    EXPECT_EQ(image.pixel(2, 60)[2], 0.0F);
+}
+
+TEST(Background, PictureIsStretchedOrCoversKeepingItsShape) {
+    // Four columns: red, green, green, blue; the picture is twice as wide as high, the render
+    // square.
+    std::vector<std::uint8_t> texels;
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 4; ++x)
+            for (const bool channel : {x == 0, x == 1 || x == 2, x == 3, true})
+                texels.push_back(channel ? 255 : 0);
+    Scene scene;
+    scene.background.kind = Background::Kind::picture;
+    scene.background.picture = Picture::create(4, 2, texels, PictureEncoding::srgb).value();
+    const Camera camera = lookFrom({0, 0, 5});
+    const Image stretched = rendered(scene, camera, plainOptions(64, 1));
+    EXPECT_NEAR(stretched.pixel(2, 32)[0], 1.0F, 1e-3F);
+    EXPECT_NEAR(stretched.pixel(61, 32)[2], 1.0F, 1e-3F);
+    scene.background.stretch = false;
+    const Image covering = rendered(scene, camera, plainOptions(64, 1));
+    EXPECT_NEAR(covering.pixel(32, 32)[1], 1.0F, 1e-3F);
+    EXPECT_LT(covering.pixel(2, 32)[0], 0.6F);
+}
+
 TEST(Ambient, AddsConstantLightWithoutShadows) {
     Scene scene = sceneOf({floorMesh()}, {diffuse({0.5F, 0.5F, 0.5F})});
     scene.ambient = {0.4F, 0.4F, 0.4F};

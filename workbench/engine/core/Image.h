@@ -7,9 +7,9 @@
 
 namespace qor::engine {
 
-/// Linear RGBA floats, top row first. Alpha is the share of a pixel that objects and the opaque
-/// ground cover; colours are not multiplied by it, they hold the background where nothing covers
-/// it.
+/// Linear RGBA floats, top row first. Alpha is the share of a pixel that objects, the ground and
+/// the shadows on it cover; colours are not multiplied by it, they hold the background where
+/// nothing covers it.
 struct Image {
     int width = 0;
     int height = 0;

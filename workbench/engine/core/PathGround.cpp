@@ -58,8 +58,9 @@ void PathTracer::shadeGround(PathState& state,
     result.color += state.throughput * light;
 
     const float through = (1.0F - covered) * ground.transparency;
-    state.uncovered *= through;
-    state.throughput *= through > 0.0F ? groundShadow(vertex, sampler) * through : Color{};
+    const Color seen = through > 0.0F ? groundShadow(vertex, sampler) * through : Color{};
+    state.uncovered *= luminance(seen); // shadows cover the background, too
+    state.throughput *= seen;
 }
 
 PathResult

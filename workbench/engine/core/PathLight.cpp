@@ -85,17 +85,8 @@ Color PathTracer::visibility(const Surface& surface, const LightSample& light) {
 
 float PathTracer::groundTransparency(const Ray& ray) const {
     const Ground& ground = scene_.scene().ground;
-    if (!ground.visible)
-        return 1.0F;
-    // The light may come from either side; from below it meets the ground as a ray from its far end
-    // would.
-    const bool downwards = dot(ray.direction, ground.normal) < 0.0F;
-    const float reach =
-        std::min(ray.tFar, 1e3F * (length(ray.origin - ground.origin) + ground.size));
-    const float t =
-        downwards ? hitGround(ground, ray.origin, ray.direction, ray.tFar)
-                  : hitGround(ground, ray.origin + ray.direction * reach, -ray.direction, reach);
-    return t >= 0.0F ? ground.transparency : 1.0F;
+    return crossGround(ground, ray.origin, ray.direction, ray.tFar) >= 0.0F ? ground.transparency
+                                                                            : 1.0F;
 }
 
 Color PathTracer::marchVisibility(Ray ray) {

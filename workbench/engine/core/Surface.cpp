@@ -185,13 +185,13 @@ surfaceAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, con
     return s;
 }
 
-float hitGround(const Ground& ground, const Vec3& origin, const Vec3& direction, float farthest) {
+float crossGround(const Ground& ground, const Vec3& origin, const Vec3& direction, float farthest) {
     if (!ground.visible)
         return -1.0F;
     const Vec3 normal = normalize(ground.normal);
     const float slope = dot(direction, normal);
     const float height = dot(origin - ground.origin, normal);
-    if (!(slope < 0.0F) || !(height > 0.0F))
+    if (!(slope * height < 0.0F))
         return -1.0F;
     const float t = -height / slope;
     if (!(t < farthest))
@@ -199,6 +199,11 @@ float hitGround(const Ground& ground, const Vec3& origin, const Vec3& direction,
     const Vec3 local = Frame(normal).toLocal(origin + direction * t - ground.origin);
     const float half = 0.5F * ground.size;
     return std::abs(local.x) <= half && std::abs(local.y) <= half ? t : -1.0F;
+}
+
+float hitGround(const Ground& ground, const Vec3& origin, const Vec3& direction, float farthest) {
+    return dot(direction, ground.normal) < 0.0F ? crossGround(ground, origin, direction, farthest)
+                                                : -1.0F;
 }
 
 Surface

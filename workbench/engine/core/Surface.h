@@ -47,8 +47,11 @@ surfaceAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, con
 Surface
 groundAt(const CompiledScene& scene, const Vec3& position, const Vec3& direction, float distance);
 
-/// Distance at which a ray meets the upper side of the visible ground before \p farthest; negative
-/// if it does not.
+/// Distance at which a ray crosses the visible ground, from either side, before \p farthest;
+/// negative if it does not.
+float crossGround(const Ground& ground, const Vec3& origin, const Vec3& direction, float farthest);
+
+/// The same from above only.
 float hitGround(const Ground& ground, const Vec3& origin, const Vec3& direction, float farthest);
 
 /// Share of the surface at \p hit that is there, and the colour of light that goes straight through
