@@ -36,3 +36,18 @@ void Qor2DViewer::SetViewBox(double iLeft, double iRight, double /*iBottom*/, do
     main->Modified();
     Draw();
 }
+
+bool Qor2DViewer::Navigate(const QorMouseEvent& iMouse) {
+    if (iMouse.action != QorMouseEvent::Action::Wheel || iMouse.wheelSteps == 0.0)
+        return false;
+    constexpr double pixelsByStep = 48.0; // three lines of text
+    const double pixels =
+        iMouse.wheelSteps * pixelsByStep * static_cast<double>(GetSupport()->GetPixelRatio());
+    const double pixelsByUnit =
+        main->GetScale() * static_cast<double>(GetSupport()->GetMMInSupportUnit());
+    const QorMathPoint2D& origin = main->GetOrigin();
+    main->SetView({origin.x, origin.y + pixels / pixelsByUnit}, main->GetScale());
+    Draw();
+    main->Modified();
+    return true;
+}

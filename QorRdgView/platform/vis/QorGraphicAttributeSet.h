@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/component/QorBaseUnknown.h"
+#include "platform/text/QorString.h"
 
 #include <cstdint>
 
@@ -38,6 +39,7 @@ class QorGraphicMaterial : public QorBaseUnknown {
     /// Gives the maker's reference back.
     void Destroy() { Release(); }
 
+    QorString name; ///< for people; may be empty
     float baseColor[4] = {0.8F, 0.8F, 0.8F, 1.0F};
     float metallic = 0.0F;
     float roughness = 0.5F;

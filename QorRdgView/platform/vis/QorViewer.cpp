@@ -151,22 +151,24 @@ QorManipulator* QorViewer::PickManipulator(const QorMathPoint2D& iPixel, QorPick
 
 bool QorViewer::HandleMouse(const QorMouseEvent& iMouse) {
     const QorVar<QorViewer> alive(this);
-    QorPickPath path;
-    if (IsPress(iMouse) && grabbed == nullptr) {
-        grabbed = PickManipulator(iMouse.pixel, path);
+    const bool grabs = IsPress(iMouse) && grabbed == nullptr;
+    if (grabs) {
+        grabbed = PickManipulator(iMouse.pixel, grabbedPath);
         if (grabbed == nullptr)
             grabbed = indicator;
-        grabbedPath = path;
+        grabbedBy = iMouse.button;
     }
     if (grabbed == nullptr)
         return Navigate(iMouse);
     const QorVar<QorManipulator> target(grabbed);
-    path = grabbedPath;
+    const QorPickPath path = grabbedPath;
     const bool used = target->HandleMouse(iMouse, path);
-    const bool released = iMouse.action == QorMouseEvent::Action::Release;
-    if (released || !used) {
+    const bool released =
+        iMouse.action == QorMouseEvent::Action::Release && iMouse.button == grabbedBy;
+    // A wheel or another button in the middle of a drag does not end it.
+    if (released || (grabs && !used)) {
         grabbed = nullptr;
         grabbedPath.clear();
     }
-    return used || Navigate(iMouse);
+    return used || (grabs && Navigate(iMouse));
 }

@@ -98,13 +98,14 @@ private:
     std::vector<QorManipulator*> manipulators;
     QorManipulator* grabbed = nullptr;
     QorPickPath grabbedPath;
+    QorMouseEvent::Button grabbedBy = QorMouseEvent::Button::None;
     Qor2DIndicator* indicator = nullptr;
     QorColor background{255, 255, 255, 255};
     unsigned long drawCount = 0;
     bool endAnnounced = false;
 };
 
-/// A viewer of the plane.
+/// A viewer of the plane. The wheel scrolls it up and down.
 class Qor2DViewer : public QorViewer {
     QorDeclareClass(Qor2DViewer)
 
@@ -125,6 +126,7 @@ class Qor2DViewer : public QorViewer {
 
 protected:
     ~Qor2DViewer() override;
+    bool Navigate(const QorMouseEvent& iMouse) override;
 
 private:
     Qor2DViewpoint_var main = QorMake<Qor2DViewpoint>();
