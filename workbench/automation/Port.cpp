@@ -32,6 +32,8 @@ Port::Port(QorEventLoop& loop, const std::string& path, PortOptions options)
                                           notifyMethods(),
                                           fileMethods(),
                                           colorMethods(),
+                                          viewerMethods(),
+                                          manipulatorMethods(),
                                           traceMethods(),
                                           eventMethods(parts_->events)};
     for (const MethodGroup& group : groups)

@@ -23,6 +23,8 @@ appMethods(QorEventLoop& loop, Dispatcher& dispatcher, const PortOptions& option
 [[nodiscard]] MethodGroup notifyMethods();
 [[nodiscard]] MethodGroup fileMethods();
 [[nodiscard]] MethodGroup colorMethods();
+[[nodiscard]] MethodGroup viewerMethods();
+[[nodiscard]] MethodGroup manipulatorMethods();
 [[nodiscard]] MethodGroup traceMethods();
 /// \p events outlives the methods.
 [[nodiscard]] MethodGroup eventMethods(EventRecorder& events);
