@@ -1,0 +1,171 @@
+#include "tests/imaging/ImagingTest.h"
+#include "workbench/imaging/PictureFormat.h"
+
+namespace {
+
+struct Row {
+    const char* keyword;
+    const char* seenAs; ///< format and compression as another program names them
+    bool alpha;
+    int tolerance; ///< of a channel, 0..255
+};
+
+// PICT's coder always packs; SGI's and PSD's run lengths are not named by identify's %C in every
+// version.
+constexpr auto rows = std::to_array<Row>({
+    {"TIFF", "TIFF None", true, 0},
+    {"TIFFPB", "TIFF RLE", true, 0},
+    {"RGB", "SGI", true, 0},
+    {"BMP", "BMP", true, 0},
+    {"JPEG_FAIR", "JPEG JPEG", false, 24},
+    {"JPEG", "JPEG JPEG", false, 12},
+    {"JPEG_HIGH", "JPEG JPEG", false, 4},
+    {"PICT", "PICT", false, 0},
+    {"PSD", "PSD", false, 0},
+    {"PNG", "PNG Zip", true, 0},
+    {"TGA", "TGA", true, 0},
+});
+
+/// A file ending by which the other program knows the format: Targa and QuickDraw files have no
+/// signature.
+std::string endingOf(std::string_view keyword) {
+    return keyword == "TGA" ? ".tga" : keyword == "PICT" ? ".pict" : ".any";
+}
+
+/// The tag of a little-endian TIFF file's first directory; 0 when it is not there.
+std::uint32_t tiffTag(const std::string& bytes, std::uint32_t wanted) {
+    const auto number = [&](std::size_t at, int size) {
+        std::uint32_t value = 0;
+        for (int i = 0; i < size; ++i)
+            value |= std::uint32_t{static_cast<std::uint8_t>(bytes.at(at + i))} << (8 * i);
+        return value;
+    };
+    const std::uint32_t directory = number(4, 4);
+    for (std::uint32_t i = 0; i < number(directory, 2); ++i)
+        if (number(directory + 2 + 12 * i, 2) == wanted)
+            return number(directory + 2 + 12 * i + 8, 2);
+    return 0;
+}
+
+class PictureFormats : public ImagingTest {};
+
+TEST_F(PictureFormats, AreTheElevenInTheOrderOfTheDialogs) {
+    const auto formats = qor::imaging::pictureFormats();
+    ASSERT_EQ(formats.size(), rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        EXPECT_EQ(formats[i].keyword, rows[i].keyword);
+}
+
+TEST_F(PictureFormats, AreSeenByAnotherProgramAsWhatTheyAre) {
+    const auto picture = makeGradient(40, 24, 3);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.keyword);
+        const std::string path =
+            write(*picture, row.keyword, std::string("picture") + endingOf(row.keyword));
+        const std::string seen = identify(path, "%m %C %wx%h %[depth]");
+        EXPECT_EQ(seen.rfind(row.seenAs, 0), 0U) << seen;
+        EXPECT_NE(seen.find(" 40x24 8"), std::string::npos) << seen;
+    }
+}
+
+TEST_F(PictureFormats, KeepTheirPixelsForAnotherProgram) {
+    const auto picture = makeGradient(40, 24, 3);
+    for (const Row& row : rows) {
+        const std::string path =
+            write(*picture, row.keyword, std::string("picture") + endingOf(row.keyword));
+        EXPECT_LE(largestDifference(convertedPixels(path, "rgb"), *picture->GetPixels()),
+                  row.tolerance)
+            << row.keyword;
+    }
+}
+
+TEST_F(PictureFormats, KeepAlphaWhereTheyHaveIt) {
+    const auto picture = makeGradient(40, 24, 4);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.keyword);
+        const std::string path =
+            write(*picture, row.keyword, std::string("picture") + endingOf(row.keyword));
+        if (row.alpha) {
+            EXPECT_EQ(convertedPixels(path, "rgba"), *picture->GetPixels());
+        } else {
+            const auto opaque = read(path);
+            ASSERT_TRUE(opaque) << lastError;
+            EXPECT_EQ(opaque->GetChannels(), 3);
+        }
+    }
+}
+
+TEST_F(PictureFormats, KeepTheColoursBehindADroppedAlpha) {
+    const auto plain = makeGradient(40, 24, 3);
+    const auto clear = makeGradient(40, 24, 4);
+    for (const char* keyword : {"JPEG", "PICT"}) {
+        const std::string a = write(*plain, keyword, std::string("plain") + endingOf(keyword));
+        const std::string b = write(*clear, keyword, std::string("clear") + endingOf(keyword));
+        EXPECT_EQ(convertedPixels(a, "rgb"), convertedPixels(b, "rgb")) << keyword;
+    }
+}
+
+TEST_F(PictureFormats, AreReadBack) {
+    for (const int channels : {3, 4})
+        for (const Row& row : rows) {
+            SCOPED_TRACE(std::string(row.keyword) + " " + std::to_string(channels));
+            const auto picture = makeGradient(33, 21, channels);
+            const auto back = read(write(*picture, row.keyword, "picture.any"));
+            ASSERT_TRUE(back) << lastError;
+            if (row.alpha || channels == 3) {
+                EXPECT_EQ(back->GetChannels(), channels);
+                EXPECT_LE(largestDifference(*back->GetPixels(), *picture->GetPixels()),
+                          row.tolerance);
+            }
+        }
+}
+
+TEST_F(PictureFormats, OfOnePixelWork) {
+    const auto dot = makeGradient(1, 1, 4);
+    for (const Row& row : rows)
+        EXPECT_TRUE(read(write(*dot, row.keyword, "dot.any"))) << row.keyword << lastError;
+}
+
+TEST_F(PictureFormats, GreyPicturesStayColourFiles) {
+    auto pixels = std::make_shared<Pixels>(std::size_t{16} * 16 * 3, std::uint8_t{128});
+    const auto grey = QorMake<QorPixelImage>(16, 16, 3, std::move(pixels));
+    for (const Row& row : rows) {
+        const std::string path =
+            write(*grey, row.keyword, std::string("grey") + endingOf(row.keyword));
+        EXPECT_LE(largestDifference(convertedPixels(path, "rgb"), *grey->GetPixels()), 1)
+            << row.keyword;
+    }
+}
+
+TEST_F(PictureFormats, PackBitsIsPackBits) {
+    constexpr std::uint32_t compression = 259;
+    const auto picture = makeGradient(40, 24, 3);
+    write(*picture, "TIFF", "plain.tif");
+    write(*picture, "TIFFPB", "packed.tif");
+    EXPECT_EQ(tiffTag(directory.Read("plain.tif"), compression), 1U);
+    EXPECT_EQ(tiffTag(directory.Read("packed.tif"), compression), 32773U);
+}
+
+TEST_F(PictureFormats, RgbIsSgi) {
+    write(*makeGradient(40, 24, 3), "RGB", "picture.rgb");
+    const std::string bytes = directory.Read("picture.rgb");
+    EXPECT_EQ(bytes.substr(0, 2), "\x01\xDA");
+}
+
+TEST_F(PictureFormats, JpegQualitiesDiffer) {
+    const auto grain = makeGrain(64);
+    write(*grain, "JPEG_FAIR", "fair.jpg");
+    write(*grain, "JPEG", "medium.jpg");
+    write(*grain, "JPEG_HIGH", "high.jpg");
+    EXPECT_LT(directory.Read("fair.jpg").size() * 11, directory.Read("medium.jpg").size() * 10);
+    EXPECT_LT(directory.Read("medium.jpg").size() * 3, directory.Read("high.jpg").size() * 2);
+}
+
+TEST_F(PictureFormats, SayThatTheyAreSrgb) {
+    const auto picture = makeGradient(40, 24, 3);
+    for (const char* keyword : {"TIFF", "TIFFPB", "JPEG_FAIR", "JPEG", "JPEG_HIGH", "PSD", "PNG"})
+        EXPECT_EQ(identify(write(*picture, keyword, "picture.any"), "%[profile:icc]"), "sRGB")
+            << keyword;
+}
+
+} // namespace

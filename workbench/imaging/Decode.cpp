@@ -1,0 +1,95 @@
+#include "workbench/imaging/Decode.h"
+
+#include "workbench/imaging/Library.h"
+#include "workbench/imaging/PictureFormat.h"
+#include "workbench/imaging/WholeFile.h"
+
+#include <Magick++.h>
+
+#include <stdexcept>
+
+namespace qor::imaging {
+
+namespace {
+
+// No honest file of our formats holds this many pixels a byte; deflate, the strongest of their
+// compressions, shrinks by at most 1032 (zlib's technical notes).
+constexpr std::uint64_t mostPixelsPerByte = 1100;
+
+void refuseBombs(const Magick::Image& head, std::size_t fileSize) {
+    const auto pixels = std::uint64_t{head.columns()} * head.rows();
+    const std::string size = std::to_string(head.columns()) + " by " + std::to_string(head.rows());
+    if (pixels > mostPixels)
+        throw std::runtime_error(size + " pixels are too many");
+    if (pixels > fileSize * mostPixelsPerByte)
+        throw std::runtime_error("it promises " + size + " pixels but holds only " +
+                                 std::to_string(fileSize) + " bytes");
+}
+
+// Warnings about tags that nobody needs are fine; warnings about missing pixels are not.
+void readStrictly(Magick::Image& image, const Magick::Blob& blob) {
+    try {
+        image.read(blob);
+    } catch (const Magick::WarningCorruptImage&) {
+        throw;
+    } catch (const Magick::Warning&) {
+        return;
+    }
+}
+
+void makeSrgb(Magick::Image& image, std::string_view coder) {
+    if (coder == "JPEG" || coder == "TIFF") // the other coders have turned it already
+        image.autoOrient();
+    if (image.colorSpace() != Magick::sRGBColorspace)
+        image.colorSpace(Magick::sRGBColorspace);
+}
+
+QorPixelImage* takePixels(Magick::Image& image) {
+    if (!image.isValid() || image.columns() == 0 || image.rows() == 0)
+        throw std::runtime_error("it holds no pixels");
+    const int channels = image.matte() ? 4 : 3;
+    auto pixels = std::make_shared<QorPixelImage::Pixels>(image.columns() * image.rows() *
+                                                          static_cast<std::size_t>(channels));
+    image.write(0, 0, image.columns(), image.rows(), channels == 4 ? "RGBA" : "RGB",
+                Magick::CharPixel, pixels->data());
+    return new QorPixelImage(static_cast<int>(image.columns()), static_cast<int>(image.rows()),
+                             channels, std::move(pixels));
+}
+
+QorPixelImage* decodeBy(const char* coder, std::string_view bytes) {
+    if (!isWhole(coder, bytes))
+        throw std::runtime_error("it is cut short");
+    const Magick::Blob blob(bytes.data(), bytes.size());
+    Magick::Image head;
+    head.magick(coder);
+    head.quiet(true);
+    head.ping(blob);
+    refuseBombs(head, bytes.size());
+    Magick::Image image;
+    image.magick(coder);
+    image.subImage(0); // the first of several pages, the whole of several layers
+    image.subRange(1);
+    readStrictly(image, blob);
+    image.quiet(true);
+    makeSrgb(image, coder);
+    return takePixels(image);
+}
+
+} // namespace
+
+QorPixelImage* decode(std::string_view bytes, std::string& error) {
+    const char* coder = coderOfFile(bytes);
+    if (coder == nullptr) {
+        error = "is no picture of a known format";
+        return nullptr;
+    }
+    prepareLibrary();
+    try {
+        return decodeBy(coder, bytes);
+    } catch (const std::exception& failure) {
+        error = std::string("cannot be decoded: ") + failure.what();
+        return nullptr;
+    }
+}
+
+} // namespace qor::imaging

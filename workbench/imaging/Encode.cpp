@@ -1,0 +1,95 @@
+#include "workbench/imaging/Encode.h"
+
+#include "workbench/imaging/Library.h"
+#include "workbench/imaging/SrgbProfile.h"
+
+#include <Magick++.h>
+
+#include <algorithm>
+#include <array>
+
+namespace qor::imaging {
+
+namespace {
+
+using std::to_string;
+
+Magick::CompressionType magickCompression(Compression compression) {
+    switch (compression) {
+    case Compression::packBits: // what the TIFF coder calls run lengths
+    case Compression::runLength:
+        return Magick::RLECompression;
+    case Compression::zip:
+        return Magick::ZipCompression;
+    case Compression::jpeg:
+        return Magick::JPEGCompression;
+    case Compression::none:
+        break;
+    }
+    return Magick::NoCompression;
+}
+
+std::string findObstacle(const QorPixelImage& image, const PictureFormat& format) {
+    if (image.IsEmpty())
+        return "an empty picture cannot be written";
+    const int side = std::max(image.GetWidth(), image.GetHeight());
+    if (side > format.largestSide)
+        return "a side of " + to_string(side) + " pixels is too long for " +
+               std::string(format.keyword) + ", which holds " + to_string(format.largestSide);
+    const auto pixels = std::uint64_t(image.GetWidth()) * std::uint64_t(image.GetHeight());
+    if (pixels > mostPixels)
+        return to_string(pixels) + " pixels are too many, at most " + to_string(mostPixels) +
+               " are written";
+    return {};
+}
+
+Magick::Image makeImage(const QorPixelImage& picture) {
+    Magick::Image image(static_cast<std::size_t>(picture.GetWidth()),
+                        static_cast<std::size_t>(picture.GetHeight()),
+                        picture.GetChannels() == 4 ? "RGBA" : "RGB", Magick::CharPixel,
+                        picture.GetPixels()->data());
+    image.quiet(true);
+    return image;
+}
+
+void describe(Magick::Image& image, const PictureFormat& format) {
+    image.magick(format.coder);
+    image.depth(8);
+    image.compressType(magickCompression(format.compression));
+    // Never grey or indexed, so that what is written does not depend on what is shown.
+    image.type(image.matte() ? Magick::TrueColorMatteType : Magick::TrueColorType);
+    image.renderingIntent(Magick::PerceptualIntent);
+    if (format.quality != 0) {
+        image.quality(static_cast<std::size_t>(format.quality));
+        image.defineValue("jpeg", "sampling-factor", format.fullColor ? "1x1" : "2x2");
+    }
+    if (format.profile) {
+        const std::string profile = makeSrgbProfile();
+        image.profile("ICC", Magick::Blob(profile.data(), profile.size()));
+    }
+}
+
+} // namespace
+
+bool encode(const QorPixelImage& picture,
+            const PictureFormat& format,
+            Magick::Blob& bytes,
+            std::string& error) {
+    error = findObstacle(picture, format);
+    if (!error.empty())
+        return false;
+    prepareLibrary();
+    try {
+        Magick::Image image = makeImage(picture);
+        if (!format.alpha)
+            image.matte(false);
+        describe(image, format);
+        image.write(&bytes);
+        return true;
+    } catch (const std::exception& failure) {
+        error = std::string("cannot be encoded: ") + failure.what();
+        return false;
+    }
+}
+
+} // namespace qor::imaging
