@@ -142,8 +142,10 @@ protected:
         return Settings()->ReadSetting(iKey, &value) ? std::optional(value) : std::nullopt;
     }
 
-    /// A manager that has read everything anew.
+    /// A manager that has read everything anew, as after a restart.
     static QorRdgSceneManager& NewManager() {
+        if (const auto stored = Settings())
+            stored->SaveRepository();
         QorRunExitHooks();
         return *QorRdgSceneManager::GetManager();
     }
