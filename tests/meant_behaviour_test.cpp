@@ -1,6 +1,8 @@
 // Behaviour that looks like a mistake and is meant: one row an oddity, with a sentence that says
 // what is meant, so that nobody mends it away.
+#include "scenes/QorRdgSceneCustomFrame.h"
 #include "tests/quickrender/OptionsDialogTest.h"
+#include "tests/scenes/SceneDialogTest.h"
 
 #include <functional>
 
@@ -44,6 +46,139 @@ TEST_F(MeantBehaviour, OfTheOptionsDialog) {
         EXPECT_EQ(Stored(row.key), row.written);
         loop.RunPosted();
     }
+}
+
+/// What is meant, what a person or program does, and what must come of it.
+struct MeantRow {
+    const char* meant;
+    std::function<void()> act;
+    std::function<bool()> holds;
+};
+
+class MeantScenes : public SceneDialogTest {
+protected:
+    /// Each row begins with a new manager and an open dialog of the predefined scenes.
+    void Try(const std::vector<MeantRow>& iRows) {
+        for (const MeantRow& row : iRows) {
+            SCOPED_TRACE(row.meant);
+            QorSettingRepository::ForgetAll();
+            NewManager();
+            opener->Open();
+            row.act();
+            EXPECT_TRUE(row.holds());
+            if (opener->scenes != nullptr)
+                Person::Cancel("sceneDialog");
+            loop.RunPosted();
+        }
+    }
+
+    static int Selected() {
+        int selected = -1;
+        List()->GetSelection(selected);
+        return selected;
+    }
+
+    static bool Logged(const std::string& iLine) {
+        const std::vector<std::string> log = TakeLog();
+        return std::find(log.begin(), log.end(), iLine) != log.end();
+    }
+};
+
+TEST_F(MeantScenes, OfTheManager) {
+    WriteCatalog("Count=\"1\";\nScene1.Light.Color2=\"0,0,1\";\n");
+    QorCatalogs::Clear();
+    Try({
+        {"a scene with the second colour alone has one light, and that is the first", [] {},
+         [] {
+             return Manager().GetPredefinedScene(0)->lightCount == 1;
+         }},
+        {"and it is white, along the first direction's default",
+         [this] { Manager().SetScene(Manager().GetPredefinedScene(0)); },
+         [this] {
+             return Lights()[0]->GetDirection() == QorMathVector{-1, 1, 1} &&
+                    Lights()[1] == nullptr;
+         }},
+        {"the current scene is the one saved, whatever type was set since",
+         [] {
+             Store("SceneType", 1);
+             Manager().SetSceneType(2);
+         },
+         [] {
+             return Manager().GetCurrentScene() == Manager().GetCustomScene();
+         }},
+        {"predefined scenes have defaults of their own", [] {},
+         [] {
+             return Manager().GetPredefinedScene(0)->ambient == 0.38F &&
+                    Manager().GetCustomScene()->ambient == 0.2F;
+         }},
+    });
+}
+
+TEST_F(MeantScenes, OfTheDialog) {
+    Try({
+        {"OK without a selection chooses the first scene, not the choice before",
+         [] {
+             Manager().SetPredefinedScene(2);
+             Click(200, 500);
+             Person::OK("sceneDialog");
+         },
+         [] {
+             return Manager().GetPredefinedSceneIndex() == 0;
+         }},
+        {"Cancel leaves a background where there was none before",
+         [this] {
+             Manager().SetBackground("new.jpg", true);
+             TakeLog();
+             Person::Cancel("sceneDialog");
+         },
+         [] {
+             return !Logged("no background");
+         }},
+        {"the ground's values show with its switch or OK, not while sliding",
+         [] {
+             Person::Check("sceneDialog/customRadio");
+             TakeLog();
+             Person::Slide("sceneDialog/groundTransparencySlider", 0.5);
+         },
+         [] {
+             return TakeLog().empty();
+         }},
+        {"exactly half a shadow level is rounded down", [] {},
+         [] {
+             return QorRdgSceneCustomFrame::ShadowLevel(0.35) == 3;
+         }},
+    });
+}
+
+TEST_F(MeantScenes, OfTheIconList) {
+    Try({
+        {"selecting no icon takes the highlight away and leaves the selection",
+         [] {
+             List()->Select(1, QorDlgNoNotify);
+             List()->Select(-1, QorDlgNoNotify);
+         },
+         [] {
+             return Selected() == 1;
+         }},
+        {"an icon inserted at the front is not counted by SetIcons", [] {},
+         [] {
+             const QorUnicodeString text = "a";
+             return List()->SetIcons(&text, &text, 1, 0, 64) == 0;
+         }},
+        {"one that is refused is counted", [] {},
+         [] {
+             const QorUnicodeString text = "a";
+             return List()->SetIcons(&text, &text, 1, 99, 64) == 1;
+         }},
+        {"row 0 is never scrolled to", [] {},
+         [] {
+             return List()->ScrollToRow(0) == 0;
+         }},
+        {"a click beside the icons sends a selection of nothing", [] { Click(200, 500); },
+         [] {
+             return Selected() == -1;
+         }},
+    });
 }
 
 } // namespace
