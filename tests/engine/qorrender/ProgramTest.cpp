@@ -1,0 +1,98 @@
+#include "tests/support/QorTempDirectory.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstring>
+
+namespace {
+
+/// The program with a triangle to render, in a folder of its own.
+class RenderProgram : public testing::Test {
+protected:
+    /// Exit code of a run; its error output goes into the file "errors".
+    int run(const std::string& arguments) {
+        const std::string command = "cd '" + folder.GetPath() + "' && exec '" +
+                                    std::getenv("QOR_RENDER_PROGRAM") + "' " + arguments +
+                                    " 2>errors >output";
+        const int status = std::system(command.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    /// Red of a pixel of a float map, counted from the top left.
+    static float redAt(const std::string& map, int width, int height, int x, int y) {
+        const std::size_t head = map.size() - std::size_t{12} * width * height;
+        float red = 0;
+        std::memcpy(&red, map.data() + head + std::size_t{12} * ((height - 1 - y) * width + x), 4);
+        return red;
+    }
+
+    QorTempDirectory folder;
+    // Stands in the lower half of what the eye sees along y, facing it.
+    std::string model = folder.Write(
+        "model.obj", "v -100 0 -100\nv 100 0 -100\nv 100 0 0\nv -100 0 0\nf 1 2 3\nf 1 3 4\n");
+    const std::string view =
+        "model.obj --size 16x12 --quality 0 --eye 0,-100,0 --target 0,0,0 --fov 30 ";
+};
+
+TEST_F(RenderProgram, WritesAPictureAndLeavesNothingElse) {
+    ASSERT_EQ(run(view + "-o a.png --stats s.json"), 0) << folder.Read("errors");
+    EXPECT_EQ(folder.List(),
+              (std::vector<std::string>{"a.png", "errors", "model.obj", "output", "s.json"}));
+    EXPECT_EQ(folder.Read("errors"), "");
+    EXPECT_NE(folder.Read("s.json").find("\"render_s\""), std::string::npos);
+}
+
+TEST_F(RenderProgram, WritesFloatsThatAreUprightAndRepeat) {
+    ASSERT_EQ(run(view + "-o a.pfm"), 0) << folder.Read("errors");
+    ASSERT_EQ(run(view + "-o b.pfm --threads 1"), 0) << folder.Read("errors");
+    const std::string map = folder.Read("a.pfm");
+    EXPECT_EQ(map, folder.Read("b.pfm"));
+    EXPECT_EQ(map.rfind("PF\n16 12\n", 0), 0U);
+    // The backdrop is the same along a row; the wall hides it below the middle.
+    EXPECT_LT(redAt(map, 16, 12, 8, 0), redAt(map, 16, 12, 8, 4));
+    EXPECT_NE(redAt(map, 16, 12, 8, 5), redAt(map, 16, 12, 8, 7));
+}
+
+TEST_F(RenderProgram, WritesTheRegionAskedFor) {
+    const std::string plain = view + "--final-gather off ";
+    ASSERT_EQ(run(plain + "-o part.pfm --region 4,2,10,9"), 0) << folder.Read("errors");
+    EXPECT_EQ(folder.Read("part.pfm").rfind("PF\n6 7\n", 0), 0U);
+    EXPECT_EQ(run(view + "-o none.pfm --region 40,40,50,50"), 1);
+    EXPECT_FALSE(std::filesystem::exists(folder.GetPath("none.pfm")));
+}
+
+TEST_F(RenderProgram, RefusesWrongUsageWithCodeTwo) {
+    for (const char* arguments :
+         {"", "--size 0x4 -o a.png model.obj", "--size 4 -o a.png model.obj", "-o a.xyz model.obj",
+          "--quality 3 -o a.png model.obj", "--eye 1,2 -o a.png model.obj",
+          "--scene 1 -o a.png model.obj", "--shooting x -o a.png model.obj",
+          "--frames 1:2 -o a.png model.obj", "--no-such-option model.obj"})
+        EXPECT_EQ(run(arguments), 2) << arguments;
+    EXPECT_FALSE(std::filesystem::exists(folder.GetPath("a.png")));
+}
+
+TEST_F(RenderProgram, FailsWithCodeOneAndKeepsTheOldFile) {
+    folder.Write("old.png", "old");
+    folder.Write("broken.stp", "ISO-10303-21;\nnonsense");
+    EXPECT_EQ(run("-o old.png missing.stp"), 1);
+    EXPECT_EQ(run("-o old.png broken.stp"), 1);
+    EXPECT_EQ(run("-o old.png --size 100000x100000 model.obj"), 1);
+    EXPECT_EQ(run("-o no/where.png model.obj"), 1);
+    EXPECT_NE(folder.Read("errors").find("where.png"), std::string::npos);
+    EXPECT_EQ(folder.Read("old.png"), "old");
+}
+
+TEST_F(RenderProgram, EndsWithCode130WhenInterrupted) {
+    folder.Write("old.png", "old");
+    const std::string command =
+        "cd '" + folder.GetPath() + "' && { '" + std::getenv("QOR_RENDER_PROGRAM") +
+        "' -o old.png --size 800x600 --quality 2 --noise-target 1e-9 model.obj 2>errors & "
+        "child=$!; until grep -q . /proc/$child/comm; do :; done; sleep 0.3; kill -TERM $child; "
+        "wait $child; }";
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 130);
+    EXPECT_EQ(folder.Read("old.png"), "old");
+    EXPECT_EQ(folder.List().size(), 3U) << "something is left";
+}
+
+} // namespace

@@ -1,0 +1,135 @@
+#include "workbench/engine/qorrender/Command.h"
+
+#include "workbench/document/product/ProductQuery.h"
+#include "workbench/engine/core/Render.h"
+#include "workbench/engine/qorrender/Failure.h"
+#include "workbench/engine/qorrender/Input.h"
+#include "workbench/engine/qorrender/Interrupt.h"
+#include "workbench/engine/qorrender/Lighting.h"
+#include "workbench/engine/qorrender/Options.h"
+#include "workbench/engine/qorrender/Output.h"
+#include "workbench/engine/qorrender/SceneMaker.h"
+#include "workbench/engine/qorrender/Statistics.h"
+#include "workbench/engine/qorrender/View.h"
+
+#include <condition_variable>
+#include <cstdio>
+#include <mutex>
+#include <new>
+
+namespace qor::render {
+
+namespace {
+
+class Stopwatch {
+public:
+    /// Seconds since it was made or last asked.
+    double lap() {
+        const auto before = std::exchange(start_, std::chrono::steady_clock::now());
+        return std::chrono::duration<double>(start_ - before).count();
+    }
+
+private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+bool isRunning(engine::RenderState state) {
+    return state == engine::RenderState::preparing || state == engine::RenderState::tracing;
+}
+
+class Command {
+public:
+    explicit Command(const Request& request) : request_(request), progress_(request.progress) {}
+
+    void run() {
+        checkWritable(request_.output);
+        if (!request_.statistics.empty())
+            checkWritable(request_.statistics);
+        Stopwatch watch;
+        engine::Scene scene = read(watch);
+        times_.sceneS = watch.lap();
+        const engine::Image image = render(std::move(scene));
+        times_.renderS = watch.lap();
+        checkInterrupt();
+        progress_.show("write", 0);
+        writePicture(image, request_.output);
+        times_.writeS = watch.lap();
+        if (!request_.statistics.empty())
+            writeWhole(request_.statistics, formatStatistics(times_, stats_, options_, triangles_));
+    }
+
+private:
+    engine::Scene read(Stopwatch& watch) {
+        const document::Product product = readInput(request_.model, progress_);
+        times_.readS = watch.lap();
+        triangles_ = document::instancedTriangleCount(product);
+        options_ = makeOptions(request_, product.work);
+        camera_ = makeCamera(product, request_.view,
+                             static_cast<double>(request_.width) / request_.height);
+        engine::Scene scene = makeScene(product, progress_);
+        addLight(scene, product, camera_);
+        return scene;
+    }
+
+    engine::Image render(engine::Scene scene) {
+        auto started = engine::Render::start(std::move(scene), camera_, options_,
+                                             [this] { changed_.notify_all(); });
+        if (!started)
+            throw Failure(started.error().message);
+        engine::Render& render = started.value();
+        follow(render);
+        if (render.progress().state == engine::RenderState::failed)
+            throw Failure(render.error().message);
+        stats_ = render.stats();
+        engine::Image image;
+        render.snapshot(image);
+        return options_.region ? cut(image, engine::clippedRegion(options_)) : image;
+    }
+
+    void follow(engine::Render& render) {
+        constexpr std::chrono::milliseconds turn(30);
+        for (auto now = render.progress(); isRunning(now.state); now = render.progress()) {
+            progress_.show(now.state == engine::RenderState::preparing ? "prepare" : "render",
+                           now.fraction);
+            std::unique_lock lock(mutex_);
+            changed_.wait_for(lock, turn);
+            if (isInterrupted()) {
+                render.abort();
+                throw Interrupted();
+            }
+        }
+    }
+
+    const Request& request_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    Progress progress_;
+    RunTimes times_;
+    engine::RenderOptions options_;
+    engine::RenderStats stats_;
+    engine::Camera camera_;
+    std::uint64_t triangles_ = 0;
+};
+
+int complain(const char* text) {
+    std::fprintf(stderr, "qorrender: %s\n", text);
+    return failed;
+}
+
+} // namespace
+
+int runRequest(const Request& request) {
+    try {
+        Command(request).run();
+        return done;
+    } catch (const Interrupted&) {
+        std::fputs("qorrender: interrupted\n", stderr);
+        return interrupted;
+    } catch (const std::bad_alloc&) {
+        return complain("there is not enough memory");
+    } catch (const std::exception& error) {
+        return complain(error.what());
+    }
+}
+
+} // namespace qor::render

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "workbench/engine/core/Image.h"
+#include "workbench/engine/core/RenderOptions.h"
+
+#include <filesystem>
+#include <string_view>
+
+namespace qor::render {
+
+/// Whether the ending of \p file names a format that can be written.
+bool knowsFormatOf(const std::filesystem::path& file);
+
+/// Throws Failure when no file can be put in the place of \p file; to be called before the long
+/// work.
+void checkWritable(const std::filesystem::path& file);
+
+/// The part of \p image that \p region (from the bottom) holds.
+engine::Image cut(const engine::Image& image, const engine::Region& region);
+
+/// Writes \p image in the format of the ending: .pfm as linear radiance, all others as opaque sRGB.
+/// Throws Failure; what was there before stays then.
+void writePicture(const engine::Image& image, const std::filesystem::path& file);
+
+/// Puts \p text in the place of \p file as a whole. Throws Failure.
+void writeWhole(const std::filesystem::path& file, std::string_view text);
+
+} // namespace qor::render

@@ -1,0 +1,50 @@
+#include "workbench/engine/qorrender/Progress.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace qor::render {
+
+void Progress::show(const std::string& stage, double fraction) {
+    constexpr std::chrono::milliseconds pause(100);
+    const auto now = std::chrono::steady_clock::now();
+    if (style_ == ProgressStyle::none || (stage == stage_ && now - last_ < pause && fraction < 1))
+        return;
+    stage_ = stage;
+    last_ = now;
+    fraction = std::clamp(fraction, 0.0, 1.0);
+    if (style_ == ProgressStyle::bar)
+        drawBar(fraction);
+    else
+        std::fprintf(stderr, "%s\n",
+                     nlohmann::json{{"event", "progress"}, {"stage", stage}, {"fraction", fraction}}
+                         .dump()
+                         .c_str());
+}
+
+void Progress::warn(const std::string& text) {
+    finish();
+    std::fprintf(stderr, "qorrender: warning: %s\n", text.c_str());
+}
+
+void Progress::finish() {
+    if (drawn_)
+        std::fputs("\r\033[K", stderr);
+    drawn_ = false;
+}
+
+void Progress::drawBar(double fraction) {
+    constexpr int width = 40;
+    const int filled = static_cast<int>(std::lround(fraction * width));
+    const std::string bar = std::string(static_cast<std::size_t>(filled), '#') +
+                            std::string(static_cast<std::size_t>(width - filled), '.');
+    std::fprintf(stderr, "\r\033[K%-8s [%s] %3d %%", stage_.c_str(), bar.c_str(),
+                 static_cast<int>(std::lround(fraction * 100)));
+    std::fflush(stderr);
+    drawn_ = true;
+}
+
+} // namespace qor::render
