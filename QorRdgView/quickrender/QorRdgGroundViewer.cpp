@@ -24,6 +24,13 @@ QorDefineBOA(QorIRdgGround, QorRdgGroundViewer)
         return frame;
     }
 
+    /// The ground's middle and vertical, where the manipulator is shown.
+    QorMathAxis AxesOf(const QorRsc3DGroundRep& iGround) {
+        QorMathTransformation axes = FrameAlong(iGround.GetVertical());
+        axes.origin = iGround.GetOrigin();
+        return QorMathAxis(axes);
+    }
+
     QorRsc3DGroundRep_var MakeGround(Qor3DViewer & iViewer) {
         const QorMathVector& vertical = iViewer.GetVertical();
         const QorMathTransformation frame = FrameAlong(vertical);
@@ -43,7 +50,7 @@ QorRdgGroundManipulator::QorRdgGroundManipulator(QorCommand* iFather,
                                                  const QorString& iName,
                                                  QorViewer* iViewer,
                                                  QorRsc3DGroundRep* iGround)
-    : Qor3DManipulator(iFather, iName, iViewer, iGround, QorMathAxis()), ground(iGround) {}
+    : Qor3DManipulator(iFather, iName, iViewer, iGround, AxesOf(*iGround)), ground(iGround) {}
 
 QorMathPoint QorRdgGroundManipulator::PointUnder(const QorMouseEvent& iMouse,
                                                  const QorMathPoint& iPoint,
@@ -69,6 +76,7 @@ void QorRdgGroundManipulator::Drag(const QorMouseEvent& iMouse) {
     const QorMathVector sight = GetViewer()->GetMain3DViewpoint()->GetSight();
     const QorMathPoint now = PointUnder(iMouse, picked, sight);
     ground->Translate((now - picked) * ground->GetVertical());
+    SetPosition(AxesOf(*ground));
     GetViewer()->Draw();
     picked = now;
 }

@@ -84,6 +84,8 @@ TEST_F(Ground, SlidesAlongItsVerticalAloneUnderADrag) {
     const QorMathPoint before = viewer->GetGround()->GetOrigin();
     Drag(pixel.x, pixel.y, pixel.x + 30, pixel.y - 20);
     const QorMathPoint after = viewer->GetGround()->GetOrigin();
+    const auto* manipulator = dynamic_cast<Qor3DManipulator*>(viewer->GetManipulators().front());
+    ExpectNear(manipulator->GetPosition().GetOrigin(), after);
     EXPECT_GT(after.z, before.z + 0.1);
     EXPECT_NEAR(after.x, before.x, 1.0e-9);
     EXPECT_NEAR(after.y, before.y, 1.0e-9);
