@@ -1,5 +1,6 @@
 #include "platform/vis/QorMesh.h"
 
+#include "platform/vis/QorContentId.h"
 #include "platform/vis/QorMeshTree.h"
 
 #include <atomic>
@@ -9,11 +10,6 @@
 QorImplementClass(QorMesh, QorBaseUnknown)
 
 namespace {
-
-std::uint64_t NextContentId() {
-    static std::atomic<std::uint64_t> last = 0;
-    return ++last;
-}
 
 bool IsVertex(const QorMesh::Data& iData, std::uint32_t iIndex) {
     const std::size_t at = 3 * static_cast<std::size_t>(iIndex);
@@ -38,7 +34,7 @@ void KeepSound(const QorMesh::Data& iData,
 
 } // namespace
 
-QorMesh::QorMesh(Data iData) : data(std::move(iData)), contentId(NextContentId()) {
+QorMesh::QorMesh(Data iData) : data(std::move(iData)), contentId(QorNewContentId()) {
     KeepSound(data, data.indices, 3);
     KeepSound(data, data.edges, 2);
     const std::size_t vertices = data.positions.size() / 3;

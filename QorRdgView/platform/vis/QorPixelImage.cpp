@@ -1,19 +1,14 @@
 #include "platform/vis/QorPixelImage.h"
 
+#include "platform/vis/QorContentId.h"
 #include "platform/vis/QorPictureService.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstring>
 
 QorImplementClass(QorPixelImage, QorBaseUnknown)
 
 namespace {
-
-std::uint64_t NextContentId() {
-    static std::atomic<std::uint64_t> last = 0;
-    return ++last;
-}
 
 bool IsPicture(int iWidth, int iHeight, int iChannels, const QorPixelImage::Pixels* iPixels) {
     if (iWidth <= 0 || iHeight <= 0 || (iChannels != 3 && iChannels != 4) || iPixels == nullptr)
@@ -34,7 +29,7 @@ QorPixelImage::QorPixelImage(int iWidth,
     height = iHeight;
     channels = iChannels;
     pixels = std::move(iPixels);
-    contentId = NextContentId();
+    contentId = QorNewContentId();
 }
 
 QorPixelImage::QorPixelImage(const QorPixelImage& iOther) : QorBaseUnknown(iOther) {
