@@ -3,6 +3,7 @@
 #include "platform/dialog/QorDlgEditor.h"
 #include "platform/dialog/QorDlgFrame.h"
 #include "platform/dialog/QorDlgLabel.h"
+#include "platform/text/QorMsgCatalog.h"
 #include "workbench/app/GalleryRows.h"
 
 namespace qor::app {
@@ -43,7 +44,9 @@ void buildGrid(QorDialog& section) {
         (new QorDlgPushButton(grid, cell.name))
             ->SetGridConstraints(cell.place.row, cell.place.column, cell.place.width,
                                  cell.place.height, cell.place.justification);
-    (new QorDlgEditor(grid, "cellFill"))->SetGridConstraints(2, 1, 1, 1, QorHoldFill);
+    auto* fill = new QorDlgEditor(grid, "cellFill");
+    fill->SetGridConstraints(2, 1, 1, 1, QorHoldFill);
+    fill->SetText(QorMsgCatalog::BuildMessage("GalleryDialog", "CellFill"));
 }
 
 void buildStack(QorDialog& section) {

@@ -3,15 +3,15 @@
 #include <optional>
 #include <vector>
 
-/// How a widget lies in its grid cell: the sides it is held to, added up. Nothing means centred,
-/// opposite sides together mean stretched.
+/// How a widget lies in its grid cell, at its own size unless it fills it: the sides it is held to,
+/// added up. Nothing means centred.
 enum QorJustification : unsigned {
     QorHoldLeft = 2,
     QorHoldRight = 4,
     QorHoldTop = 8,
     QorHoldBottom = 16,
-    QorHoldNatural = 30, ///< a tool bar's cell: at its own size
-    QorHoldFill = 90,    ///< fills the cell
+    QorHoldNatural = 30, ///< all sides: a tool bar's cell
+    QorHoldFill = 90,    ///< fills the cell; buttons keep their own size
 };
 
 /// A cell of a grid, or several: first row and column, then columns and rows spanned.
