@@ -56,7 +56,10 @@ endif()
 # The programs look for their resources in ../share/qorworkbench beside their own folder, installed or not.
 file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/share")
 file(CREATE_LINK "${PROJECT_SOURCE_DIR}/resources" "${CMAKE_BINARY_DIR}/share/qorworkbench" SYMBOLIC)
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/" DESTINATION ${CMAKE_INSTALL_DATADIR}/qorworkbench)
+# Two parts can be installed alone: `program`, which all but the headers belong to, and `development`.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/" DESTINATION ${CMAKE_INSTALL_DATADIR}/qorworkbench
+  PATTERN README.md EXCLUDE)
 
 file(RELATIVE_PATH _libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
 set(CMAKE_INSTALL_RPATH "$ORIGIN/${_libraries}" "$ORIGIN")

@@ -1,6 +1,7 @@
 // Behaviour that looks like a mistake and is meant: one row an oddity, with a sentence that says
 // what is meant, so that nobody mends it away.
 #include "scenes/QorRdgSceneCustomFrame.h"
+#include "tests/quickrender/EasyRenderTest.h"
 #include "tests/quickrender/OptionsDialogTest.h"
 #include "tests/scenes/SceneDialogTest.h"
 
@@ -177,6 +178,152 @@ TEST_F(MeantScenes, OfTheIconList) {
         {"a click beside the icons sends a selection of nothing", [] { Click(200, 500); },
          [] {
              return Selected() == -1;
+         }},
+    });
+}
+
+class MeantQuickRender : public EasyRenderTest {
+protected:
+    /// Each row begins with an open tool bar on the one window of a document.
+    void Try(const std::vector<MeantRow>& iRows) {
+        for (const MeantRow& row : iRows) {
+            SCOPED_TRACE(row.meant);
+            QorSettingRepository::ForgetAll();
+            while (layout->GetEditorCount() > 0)
+                layout->CloseEditor(layout->GetEditors().front());
+            loop.RunPosted();
+            window = OpenDocument("document");
+            viewer = ViewerOf(window);
+            Open();
+            row.act();
+            EXPECT_TRUE(row.holds());
+            for (QorDlgDialog* left : QorDlgDialog::GetAll())
+                if (left->GetName() == "renderToolbar")
+                    left->UserClose();
+            loop.RunPosted();
+        }
+    }
+
+    /// Saves a picture under a name and with a filter.
+    void Save(const char* iName, int iFilter) {
+        RenderOnce();
+        Person::Press("renderToolbar/saveButton");
+        auto* file = Person::Find<QorDlgFile>("fileBox");
+        file->UserSetFilter(iFilter);
+        file->UserAccept(directory.GetPath(iName));
+        loop.RunPosted();
+    }
+
+    /// The tool bar's own window goes, another one of the document stays.
+    void DeleteItsWindow() {
+        OpenWindow(layout->GetCurrentEditor(), "other");
+        layout->CloseWindow(window);
+        loop.RunPosted();
+        viewer = ViewerOf(layout->GetCurrentWindow());
+    }
+};
+
+TEST_F(MeantQuickRender, OfTheToolBar) {
+    Try({
+        {"the height follows the width as it was cut, so that the proportions are those of whole "
+         "pixels",
+         [this] {
+             viewer->GetMain3DViewpoint()->SetGLViewport(0, 0, 3, 100);
+             Store("ScreenResolution", 0);
+             Store("CustomResolution", 30); // 3.54 by 118.1
+             Check("areaCheck");
+             Check("areaCheck", false);
+         },
+         [] {
+             return Info() == "3 × 100 pixels";
+         }},
+        {"a tool bar that has just been opened never renders again by itself",
+         [this] {
+             Check("renderCheck");
+             Find<QorDlgCheckButton>("renderCheck")->UserDoubleClick();
+             Finish();
+             viewer->GetMain3DViewpoint()->Modified();
+         },
+         [] {
+             return !IsChecked("renderCheck") && Enabled() == "soarS";
+         }},
+        {"one that has lost its window lives on, and is not the one that there is any more",
+         [this] { DeleteItsWindow(); },
+         [] {
+             const QorRdgEasyRenderDialog* lost = Dialog();
+             return lost != nullptr && QorRdgEasyRenderDialog::GetDialog() != lost;
+         }},
+        {"it gives nothing back then",
+         [this] {
+             DeleteItsWindow();
+             Person::Close("renderToolbar");
+         },
+         [this] {
+             return Ambient(*viewer) == 0.1F;
+         }},
+        {"and still closes when the document is left",
+         [this] {
+             DeleteItsWindow();
+             OpenDocument("next");
+         },
+         [] {
+             return Dialog() == nullptr;
+         }},
+        {"closing takes away a background that was there before it was opened",
+         [this] {
+             Person::Close("renderToolbar");
+             loop.RunPosted();
+             QorQuery<QorIRdgBackground>(viewer)->SetBackground("back.tga", true);
+             Open();
+             Person::Close("renderToolbar");
+         },
+         [this] {
+             return !HasBackground(viewer);
+         }},
+        {"with nothing to render into the button stays down",
+         [this] {
+             window->SetViewer(nullptr);
+             viewer->RequestDelayedDestruction();
+             loop.RunPosted();
+             Check("renderCheck");
+         },
+         [] {
+             return IsChecked("renderCheck");
+         }},
+        {"the scene's button up without OK or Cancel keeps what the scene dialog shows",
+         [this] {
+             Check("sceneButton");
+             viewer->SetGlobalAmbientLight(0.9F, 0.9F, 0.9F);
+             Check("sceneButton", false);
+         },
+         [this] {
+             return Ambient(*viewer) == 0.9F && !Exists("sceneDialog");
+         }},
+    });
+}
+
+TEST_F(MeantQuickRender, OfSaving) {
+    const auto holds = [this](const char* iFile, const char* iKeyword) {
+        return directory.Read(iFile) == std::string(iKeyword) + " 400x300 0";
+    };
+    directory.Write("my.dir/there", "");
+    Try({
+        {"the filter decides what is written, never the name", [this] { Save("a.png", 0); },
+         [&] {
+             return holds("a.png", "TIFF");
+         }},
+        {"a dot in a folder's name counts as an extension", [this] { Save("my.dir/out", 9); },
+         [&] {
+             return holds("my.dir/out", "PNG") && directory.Read("my.dir/out.png").empty();
+         }},
+        {"No to replacing a file closes the file dialog too",
+         [this] {
+             directory.Write("old.png", "old");
+             host->AnswerNext(QorNotifyNo);
+             Save("old.png", 9);
+         },
+         [&] {
+             return directory.Read("old.png") == "old" && !Exists("fileBox");
          }},
     });
 }

@@ -1,6 +1,7 @@
 #include "quickrender/QorRdgAreaSelector.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <utility>
 
@@ -45,9 +46,11 @@ std::size_t AsHandle(QorSubscriberData iData) {
     return static_cast<std::size_t>(reinterpret_cast<std::uintptr_t>(iData)); // NOLINT
 }
 
-/// The float comes first: a pixel that the conversion misses by a rounding error counts as met.
+/// A pixel that the sums of a drag miss by rounding errors counts as met; they stay far below this.
 int Truncate(double iPixel) {
-    return static_cast<int>(static_cast<float>(iPixel));
+    constexpr double hardlyAny = 1.0 / 1024.0;
+    const double nearest = std::round(iPixel);
+    return static_cast<int>(std::abs(iPixel - nearest) < hardlyAny ? nearest : iPixel);
 }
 
 } // namespace

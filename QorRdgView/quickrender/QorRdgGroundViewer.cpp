@@ -1,6 +1,8 @@
 #include "quickrender/QorRdgGroundViewer.h"
 
+#include "platform/frame/QorCommandHeader.h"
 #include "platform/system/QorTrace.h"
+#include "scenes/QorRdgSceneViewer.h"
 
 #include <algorithm>
 
@@ -42,6 +44,14 @@ QorDefineBOA(QorIRdgGround, QorRdgGroundViewer)
         const QorMathVector extent = box.Extent();
         return QorMake<QorRsc3DGroundRep>(frame.Apply({middle.x, middle.y, box.low.z}), vertical,
                                           sizeByExtent * std::max(extent.x, extent.y));
+    }
+
+    /// The command "Ground" shows whether the current viewer has one.
+    void TellCommand(const Qor3DViewer& iViewer) {
+        QorCommandHeader* header = QorCommandHeader::GetHeaderFromList("Ground", 1);
+        if (header != nullptr && QorRdgSceneViewer::GetCurrent() == &iViewer)
+            header->SetCheckState(iViewer.GetGround() != nullptr ? QorDlgCheck : QorDlgUncheck,
+                                  QorDlgNoNotify);
     }
 
 } // namespace
@@ -120,6 +130,7 @@ void QorRdgGroundViewer::AddGround(Qor3DViewer& ioViewer) {
     ioViewer.SetGround(ground);
     manipulator = QorMake<QorRdgGroundManipulator>(nullptr, "groundManipulator", &ioViewer, ground);
     ioViewer.Draw();
+    TellCommand(ioViewer);
 }
 
 void QorRdgGroundViewer::RemoveGround(Qor3DViewer& ioViewer) {
@@ -130,6 +141,7 @@ void QorRdgGroundViewer::RemoveGround(Qor3DViewer& ioViewer) {
     ioViewer.SetGround(nullptr);
     ground.Reset();
     ioViewer.Draw();
+    TellCommand(ioViewer);
 }
 
 QorResult QorRdgGroundViewer::SetTransparency(float iValue) {

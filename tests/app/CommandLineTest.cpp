@@ -26,7 +26,7 @@ TEST(CommandLine, WithoutArgumentsOpensAWindowAndNothingElse) {
     EXPECT_FALSE(plain.hasGallery);
     EXPECT_EQ(plain.socket, "");
     EXPECT_EQ(plain.file, "");
-    EXPECT_EQ(plain.theme, "system");
+    EXPECT_EQ(plain.theme, "");
     EXPECT_EQ(plain.traceLevel, 0);
 }
 

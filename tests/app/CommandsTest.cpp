@@ -17,7 +17,8 @@ protected:
     }
 
     void fill(bool hasGallery = false) {
-        addCommands(*frame, {.quit = [this] { ++quits; }, .hasGallery = hasGallery});
+        context.hasGallery = hasGallery;
+        addCommands(*frame, context);
         addMenus(*frame);
         frame->SetVisibility(QorDlgSHOW);
     }
@@ -42,7 +43,17 @@ protected:
     }
 
     int quits = 0;
-    QorVar<MainFrame> frame = QorMake<MainFrame>([this] { ++quits; });
+    int cancels = 0;
+    std::vector<QorUnicodeString> dropped;
+    CommandContext context{.quit = [this] {
+        ++quits;
+    }};
+    QorVar<MainFrame> frame = QorMake<MainFrame>(FrameActions{.close = [this] { ++quits; },
+                                                              .cancel = [this] { ++cancels; },
+                                                              .drop =
+                                                                  [this](const auto& files) {
+                                                                      dropped = files;
+                                                                  }});
 };
 
 TEST_F(Commands, TheOptionsDialogOpensAndEndsOnOK) {
@@ -122,21 +133,76 @@ TEST_F(Commands, QuitAndTheCloseBoxEndTheProgram) {
 
 TEST_F(Commands, MenusHoldThemInOrder) {
     fill();
-    EXPECT_EQ(menus(*frame->GetMenuBar()),
-              (std::vector<std::string>{"FileMenu/Quit", "RenderMenu/EasyRenderOptions",
-                                        "HelpMenu/About"}));
-    EXPECT_EQ(menus(*frame->GetToolBars()),
-              std::vector<std::string>{"RenderToolBar/EasyRenderOptions"});
+    std::vector<std::string> names;
+    for (const auto& menu : frame->GetMenuBar()->GetEntries())
+        names.push_back(menu->GetName().Str());
+    EXPECT_EQ(names, (std::vector<std::string>{"FileMenu", "EditMenu", "ViewMenu", "RenderMenu",
+                                               "WindowMenu", "HelpMenu"}));
+    const auto entries = menus(*frame->GetMenuBar());
+    EXPECT_EQ(entries.front(), "FileMenu/New");
+    EXPECT_EQ(entries.back(), "HelpMenu/About");
+    EXPECT_NE(std::find(entries.begin(), entries.end(), "FileMenu/RecentMenu"), entries.end());
+    EXPECT_EQ(menus(*frame->GetToolBars()).front(), "FileToolBar/Open");
+}
+
+TEST_F(Commands, NoTwoHaveTheSameShortcut) {
+    fill(true);
+    const QorScopedVariable path("QorStartupPath", QorUnicodeString(QOR_RESOURCES));
+    std::map<std::string, std::string> owners;
+    for (const QorCommandHeader* one : QorCommandHeader::GetAll()) {
+        const std::string keys = one->GetShortcut().Str();
+        if (keys.empty())
+            continue;
+        EXPECT_TRUE(owners.emplace(keys, one->GetName().Str()).second)
+            << keys << " starts " << owners[keys] << " and " << one->GetName().Str();
+    }
+    EXPECT_EQ(owners["Ctrl+O"], "Open");
+}
+
+TEST_F(Commands, WithoutADocumentWhatIsAboutOneCannotBeStarted) {
+    fill();
+    for (const char* name :
+         {"Open", "Save", "SelectAll", "Hide", "FitAll", "ViewTop", "NewWindow"}) {
+        EXPECT_FALSE(header(name)->IsAvailable()) << name;
+        EXPECT_EQ(header(name)->StartCommand(), E_FAIL) << name;
+    }
+}
+
+TEST_F(Commands, TheThemeIsChosenOnceAndRemembered) {
+    std::string chosen;
+    context.chooseTheme = [&](const std::string& theme) {
+        chosen = theme;
+    };
+    fill();
+    EXPECT_EQ(header("ThemeSystem")->GetCheckState(), QorDlgCheck);
+    EXPECT_EQ(header("ThemeDark")->UserStart(), S_OK);
+    refreshCommands(context);
+    EXPECT_EQ(chosen, "dark");
+    EXPECT_EQ(header("ThemeDark")->GetCheckState(), QorDlgCheck);
+    EXPECT_EQ(header("ThemeSystem")->GetCheckState(), QorDlgUncheck);
+    EXPECT_EQ(header("ThemeDark")->UserStart(), S_OK);
+    EXPECT_EQ(header("ThemeDark")->GetCheckState(), QorDlgCheck) << "one of them is always on";
 }
 
 TEST_F(Commands, TheGalleryIsForDevelopers) {
     fill(false);
     EXPECT_EQ(header("Gallery"), nullptr);
-    frame = QorMake<MainFrame>([] {});
+    frame = QorMake<MainFrame>(FrameActions{});
     fill(true);
     EXPECT_NE(header("Gallery"), nullptr);
     const auto names = menus(*frame->GetMenuBar());
     EXPECT_NE(std::find(names.begin(), names.end(), "DeveloperMenu/Gallery"), names.end());
+}
+
+TEST_F(Commands, TheFrameTellsOfDropsOfItsCloseBoxAndOfCancel) {
+    frame->SetVisibility(QorDlgSHOW);
+    EXPECT_EQ(frame->UserDropFiles({"/a.stp", "/b.stp"}), QorUserResult::Done);
+    EXPECT_EQ(dropped, (std::vector<QorUnicodeString>{"/a.stp", "/b.stp"}));
+    frame->SetProgress(QorApplicationFrame::Progress{"Reading", 0.5, true});
+    EXPECT_EQ(frame->UserCancelProgress(), QorUserResult::Done);
+    EXPECT_EQ(cancels, 1);
+    frame->UserClose();
+    EXPECT_EQ(quits, 1);
 }
 
 TEST_F(Commands, AnOpenDialogGoesWithTheFrame) {
@@ -155,6 +221,8 @@ TEST_F(Commands, EveryoneHasItsTextsInEveryLanguage) {
         for (const QorCommandHeader* one : QorCommandHeader::GetAll()) {
             const std::string about = one->GetName().Str() + " in " + spoken;
             EXPECT_NE(one->GetTitle().Str(), one->GetName().Str() + ".Title") << about;
+            const bool isRecent = one->GetName().Str().rfind("RecentFile", 0) == 0;
+            EXPECT_TRUE(isRecent || one->GetTitle().Str() != one->GetName().Str()) << about;
             EXPECT_FALSE(one->GetShortHelp().IsNull()) << about;
             EXPECT_FALSE(one->GetLongHelp().IsNull()) << about;
             EXPECT_FALSE(one->GetIconName().IsNull()) << about;

@@ -18,8 +18,9 @@ protected:
         return std::make_unique<ChildProgram>(
             QOR_WORKBENCH, arguments,
             std::vector<std::string>{"XDG_CONFIG_HOME=" + directory.GetPath("config"),
-                                     "QorStartupPath", "DISPLAY", "WAYLAND_DISPLAY",
-                                     "QT_QPA_PLATFORM", "LC_ALL=C", "LANGUAGE"});
+                                     "XDG_DATA_HOME=" + directory.GetPath("data"), "QorStartupPath",
+                                     "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "LC_ALL=C",
+                                     "LANGUAGE"});
     }
 
     [[nodiscard]] std::unique_ptr<ChildProgram>
@@ -118,11 +119,15 @@ TEST_F(Program, AFileThatCannotBeOpenedIsReportedAndItRunsOn) {
     const std::string file = directory.GetPath("missing.step");
     const auto program = startHeadless({file});
     PortClient client(socket);
+    client.call("app.run", {{"ms", 500}});
     EXPECT_EQ(client.call("notify.get"), Json());
+    EXPECT_EQ(client.call("viewer.list"), Json::array());
     client.call("app.quit");
     EXPECT_EQ(program->wait(), 0);
-    EXPECT_EQ(program->errors(),
-              "qorworkbench: cannot open " + file + ": No such file or directory\n");
+    const std::string said = program->errors();
+    EXPECT_EQ(said.rfind("qorworkbench: ", 0), 0U) << said;
+    EXPECT_NE(said.find(file), std::string::npos) << said;
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
 }
 
 TEST_F(Program, SettingsSurviveARestart) {

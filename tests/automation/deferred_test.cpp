@@ -1,4 +1,5 @@
 // Methods of other rooms, and answers that come later.
+#include "scenes/QorRdgWorkers.h"
 #include "tests/automation/PortTest.h"
 #include "workbench/automation/Call.h"
 
@@ -124,6 +125,29 @@ TEST_F(Deferred, InABatchHoldsTheAnswersOfTheBatchAlone) {
         EXPECT_EQ(batch[0].at("id"), "i");
         EXPECT_EQ(batch[1].at("result"), "given");
         EXPECT_EQ(client.read().at("id"), give);
+    });
+}
+
+TEST_F(Deferred, AnswersShowWhatWorkersDoForTheDialogs) {
+    int deliveries = 0;
+    port->add({{.name = "test.work", .params = {}, .run = [&deliveries](Call&) -> Json {
+                    const auto again = [&deliveries]() -> QorRdgWorkers::Delivery {
+                        return [&deliveries] {
+                            ++deliveries;
+                        };
+                    };
+                    QorRdgWorkers::Run([&deliveries, again]() -> QorRdgWorkers::Delivery {
+                        std::this_thread::sleep_for(milliseconds(20));
+                        return [&deliveries, again] {
+                            ++deliveries;
+                            QorRdgWorkers::Run(again);
+                        };
+                    });
+                    return "begun";
+                }}});
+    play([&deliveries](PortClient& client) {
+        EXPECT_EQ(client.call("test.work"), "begun");
+        EXPECT_EQ(deliveries, 2);
     });
 }
 

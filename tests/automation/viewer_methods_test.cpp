@@ -5,6 +5,8 @@
 #include "platform/frame/QorFrmWindow.h"
 #include "platform/vis/QorNavigation2DViewer.h"
 #include "platform/vis/QorNavigation3DViewer.h"
+#include "platform/vis/QorPictureService.h"
+#include "platform/vis/QorViewerPictureService.h"
 #include "quickrender/QorRdgViewerAdapters.h"
 #include "tests/automation/PortTest.h"
 
@@ -323,6 +325,120 @@ TEST_F(ViewerMethods, ProjectModelPointsToPixels) {
                   -32602);
         EXPECT_EQ(
             client.callForError("viewer.project", {{"viewer", "main"}, {"point", {0, 0, 11}}}),
+            -32006);
+    });
+}
+
+TEST_F(ViewerMethods, SplitAViewerAndGiveItBack) {
+    addTriangle(*openWindow("window"));
+    makePlane();
+    play([](PortClient& client) {
+        const auto split = [&](const char* viewer, int count) {
+            return client.callForError("viewer.split", {{"viewer", viewer}, {"count", count}});
+        };
+        const auto get = [&] {
+            return client.call("viewer.get", {{"viewer", "main"}});
+        };
+        const Json before = get();
+        EXPECT_EQ(split("main", 4), 0);
+        const Json got = get();
+        EXPECT_EQ(got.at("viewport"), Json({0, 150, 200, 150}));
+        EXPECT_EQ(got.at("eye"), before.at("eye"));
+        ASSERT_EQ(got.at("viewpoints").size(), 5U); // and the background's
+        const Json viewports = Json::parse("[[200,150,200,150],[0,0,200,150],[200,0,200,150]]");
+        for (std::size_t i = 1; i < 4; ++i) {
+            const Json& one = got["viewpoints"][i];
+            EXPECT_EQ(one.at("kind"), "3d");
+            EXPECT_EQ(one.at("main"), false);
+            EXPECT_EQ(one.at("viewport"), viewports.at(i - 1));
+            EXPECT_EQ(one.at("reps"), got["viewpoints"][0].at("reps"));
+            EXPECT_EQ(one.at("projection"), "parallel");
+        }
+        const Json middle =
+            client.call("viewer.project", {{"viewer", "main"}, {"point", {0, 0, 0}}});
+        EXPECT_EQ(middle, Json({{"x", 100.0}, {"y", 75.0}}));
+        EXPECT_EQ(split("main", 1), 0);
+        EXPECT_EQ(get(), before);
+        EXPECT_EQ(split("main", 0), -32602);
+        EXPECT_EQ(split("main", 5), -32602);
+        EXPECT_EQ(split("dialog/plane", 2), -32005);
+    });
+}
+
+/// Takes a picture of every viewer, and notes what is written where.
+class OneHost
+    : public QorViewerPictureService
+    , public QorPictureService {
+public:
+    OneHost() {
+        QorViewerPictureService::Install(this);
+        QorPictureService::Install(this);
+    }
+
+    ~OneHost() override {
+        QorViewerPictureService::Install(nullptr);
+        QorPictureService::Install(nullptr);
+    }
+
+    OneHost(const OneHost&) = delete;
+    OneHost& operator=(const OneHost&) = delete;
+
+    QorPixelImage* Take(QorViewer& ioViewer, QorUnicodeString& oError) override {
+        if (ioViewer.GetMain3DViewpoint() == nullptr) {
+            oError = "it is flat";
+            return nullptr;
+        }
+        return new QorPixelImage(
+            1, 1, 3, std::make_shared<QorPixelImage::Pixels>(QorPixelImage::Pixels{1, 2, 3}));
+    }
+
+    QorPixelImage* Read(const QorUnicodeString& /*iPath*/, QorUnicodeString& /*oError*/) override {
+        return nullptr;
+    }
+
+    int Write(const QorPixelImage& iImage,
+              const QorString& iFormat,
+              const QorUnicodeString& iPath,
+              QorUnicodeString& oError) override {
+        if (iPath.Str() == "/full/a.png") {
+            oError = "/full/a.png: the disk is full";
+            return 1;
+        }
+        written.push_back(std::string(iFormat.Str()) + " " + iPath.Str() + " " +
+                          std::to_string(iImage.GetWidth()));
+        return 0;
+    }
+
+    QorPixelImage*
+    Resize(const QorPixelImage& /*iImage*/, int /*iWidth*/, int /*iHeight*/) override {
+        return nullptr;
+    }
+
+    Names written;
+};
+
+TEST_F(ViewerMethods, WriteAPictureOfAViewer) {
+    openWindow("window");
+    makePlane();
+    OneHost host;
+    play([](PortClient& client) {
+        const auto take = [&](const char* viewer, const char* file) {
+            return client.callForError("viewer.picture", {{"viewer", viewer}, {"path", file}});
+        };
+        EXPECT_EQ(take("main", "/tmp/a picture.png"), 0);
+        EXPECT_EQ(take("dialog/plane", "/tmp/b.png"), -32006);
+        EXPECT_EQ(take("main", "/full/a.png"), -32006);
+        EXPECT_EQ(take("main", ""), -32602);
+        EXPECT_EQ(take("none", "/tmp/c.png"), -32001);
+    });
+    EXPECT_EQ(host.written, Names{"PNG /tmp/a picture.png 1"});
+}
+
+TEST_F(ViewerMethods, ThereIsNoPictureWithoutAHostThatDraws) {
+    openWindow("window");
+    play([](PortClient& client) {
+        EXPECT_EQ(
+            client.callForError("viewer.picture", {{"viewer", "main"}, {"path", "/tmp/a.png"}}),
             -32006);
     });
 }

@@ -1,12 +1,17 @@
 #include "platform/frame/QorApplicationFrame.h"
 #include "tests/desktop/DesktopTest.h"
 
+#include <QDropEvent>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
+#include <QProgressBar>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QToolButton>
+#include <QUrl>
 
 #include <fstream>
 
@@ -14,14 +19,19 @@ namespace qor::desktop::tests {
 
 namespace {
 
-/// A frame that counts how often its close box was used.
+/// A frame that counts what a person did to it.
 class ClosingFrame : public QorApplicationFrame {
 public:
     explicit ClosingFrame(const QorString& called) : QorApplicationFrame(called) {
         AddAnalyseNotificationCB(this, this, GetWindCloseNotification(), &ClosingFrame::closed);
+        AddAnalyseNotificationCB(this, this, GetDropNotification(), &ClosingFrame::dropped);
+        AddAnalyseNotificationCB(this, this, GetCancelProgressNotification(),
+                                 &ClosingFrame::cancelled);
     }
 
     int closings = 0;
+    int drops = 0;
+    int cancels = 0;
 
 protected:
     ~ClosingFrame() override = default;
@@ -29,6 +39,14 @@ protected:
 private:
     void closed(QorCommand* /*sender*/, QorNotification* /*what*/, QorSubscriberData /*data*/) {
         ++closings;
+    }
+
+    void dropped(QorCommand* /*sender*/, QorNotification* /*what*/, QorSubscriberData /*data*/) {
+        ++drops;
+    }
+
+    void cancelled(QorCommand* /*sender*/, QorNotification* /*what*/, QorSubscriberData /*data*/) {
+        ++cancels;
     }
 };
 
@@ -133,9 +151,58 @@ TEST_F(Frame, TakesAHeaderThatComesLater) {
 
 TEST_F(Frame, ShowsTheStatusText) {
     frame->SetStatus("Rendering <1>");
-    const auto labels = main()->statusBar()->findChildren<QLabel*>();
-    ASSERT_EQ(labels.size(), 1);
-    EXPECT_EQ(labels.front()->text(), "Rendering <1>");
+    EXPECT_EQ(main()->findChild<QLabel*>("status")->text(), "Rendering <1>");
+    frame->SetFacts("8 parts · mm");
+    EXPECT_EQ(main()->findChild<QLabel*>("facts")->text(), QString::fromUtf8("8 parts · mm"));
+}
+
+TEST_F(Frame, ShowsLongWorkWithAWayOut) {
+    auto* bar = main()->statusBar()->findChild<QProgressBar*>();
+    auto* cancel = main()->findChild<QToolButton*>("cancelWork");
+    EXPECT_FALSE(bar->isVisible());
+    QTest::mouseClick(cancel, Qt::LeftButton);
+    EXPECT_EQ(frame->cancels, 0) << "there is nothing to cancel";
+    frame->SetProgress(QorApplicationFrame::Progress{"Reading", 0.5, true});
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_EQ(bar->value() * 2, bar->maximum());
+    QTest::mouseClick(cancel, Qt::LeftButton);
+    settle();
+    EXPECT_EQ(frame->cancels, 1);
+    frame->SetProgress(QorApplicationFrame::Progress{"Writing", 0.5, false});
+    EXPECT_FALSE(cancel->isVisible());
+    frame->SetProgress(std::nullopt);
+    EXPECT_FALSE(bar->isVisible());
+}
+
+TEST_F(Frame, TellsOfDroppedFiles) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile("/models/a b.stp"), QUrl("https://example.org/c.stp")});
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(main(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(main(), &drop);
+    EXPECT_TRUE(frame->GetDroppedFiles().empty()) << "not while the other program waits";
+    settle();
+    EXPECT_EQ(frame->drops, 1);
+    EXPECT_EQ(frame->GetDroppedFiles(), std::vector<QorUnicodeString>{"/models/a b.stp"});
+}
+
+TEST_F(Frame, DoesNotTakeWhatIsNoFile) {
+    QMimeData data;
+    data.setText("only words");
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+    enter.ignore();
+    QCoreApplication::sendEvent(main(), &enter);
+    EXPECT_FALSE(enter.isAccepted());
+}
+
+TEST_F(Frame, LeavesOutACommandWithoutATitle) {
+    open->SetTitle("");
+    EXPECT_FALSE(action("open")->isVisible());
+    open->SetTitle("R&&D.stp");
+    EXPECT_TRUE(action("open")->isVisible());
+    EXPECT_EQ(action("open")->text(), "R&&D.stp");
 }
 
 TEST_F(Frame, ItsCloseBoxOnlyAsks) {

@@ -1,6 +1,8 @@
 #include "tests/imaging/ImagingTest.h"
 #include "workbench/imaging/PictureFormat.h"
 
+#include <sstream>
+
 namespace {
 
 struct Row {
@@ -118,6 +120,67 @@ TEST_F(PictureFormats, AreReadBack) {
                           row.tolerance);
             }
         }
+}
+
+TEST_F(PictureFormats, SayHowDenseThePictureIsWhereTheyCan) {
+    const auto picture = makeGradient(40, 24, 3);
+    for (const char* keyword :
+         {"TIFF", "TIFFPB", "BMP", "JPEG_FAIR", "JPEG", "JPEG_HIGH", "PSD", "PNG"})
+        for (const int pixelsPerInch : {300, 72, 1200}) {
+            picture->SetPixelsPerInch(pixelsPerInch);
+            const std::string path = write(*picture, keyword, "picture.any");
+            const std::string seen = run(std::string(QOR_IDENTIFY) +
+                                         " -units PixelsPerInch -format '%x %y' '" + path + "[0]'");
+            double across = 0.0;
+            double down = 0.0;
+            std::istringstream(seen) >> across >> down;
+            EXPECT_NEAR(across, pixelsPerInch, 0.02) << keyword << " " << seen;
+            EXPECT_NEAR(down, pixelsPerInch, 0.02) << keyword << " " << seen;
+        }
+    for (const char* keyword : {"RGB", "PICT", "TGA"})
+        EXPECT_TRUE(read(write(*picture, keyword, "picture.any"))) << keyword << lastError;
+}
+
+TEST_F(PictureFormats, PsdHasAUsefulDensityThoughThePictureHasNone) {
+    const std::string path = write(*makeGradient(40, 24, 3), "PSD", "picture.any");
+    const std::string seen =
+        run(std::string(QOR_IDENTIFY) + " -units PixelsPerInch -format '%x' '" + path + "[0]'");
+    double density = 0.0;
+    std::istringstream(seen) >> density;
+    EXPECT_NEAR(density, 72.0, 0.02) << seen;
+}
+
+TEST_F(PictureFormats, TellHowFarTheyAre) {
+    const auto picture = makeGrain(600);
+    QorUnicodeString error;
+    for (const Row& row : rows) {
+        int last = -1;
+        const auto watch = [&](int percent) {
+            EXPECT_GE(percent, 0);
+            EXPECT_LE(percent, 100);
+            last = percent;
+            return true;
+        };
+        EXPECT_EQ(files.WriteWatched(*picture, row.keyword, directory.GetPath("a"), watch, error),
+                  0)
+            << row.keyword << error;
+        EXPECT_GE(last, 90) << row.keyword;
+    }
+}
+
+TEST_F(PictureFormats, CanBeGivenUp) {
+    const auto picture = makeGrain(600);
+    for (const Row& row : rows) {
+        QorUnicodeString error;
+        const std::string path = directory.Write(std::string("given/") + row.keyword, "old");
+        const auto never = [](int) {
+            return false;
+        };
+        EXPECT_NE(files.WriteWatched(*picture, row.keyword, path, never, error), 0);
+        EXPECT_TRUE(directory.Read(std::string("given/") + row.keyword) == "old") << row.keyword;
+        EXPECT_FALSE(error.IsNull());
+    }
+    EXPECT_EQ(directory.List("given").size(), rows.size()) << "no temporary file is left";
 }
 
 TEST_F(PictureFormats, OfOnePixelWork) {

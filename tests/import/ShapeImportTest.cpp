@@ -207,3 +207,32 @@ TEST(ShapeImport, StepNumbersAreReadUnderADecimalComma) {
     EXPECT_NEAR(imported.product().unit.millimetres, 25.4, 1e-9);
     expectBox(imported.product(), {-2, -2, 0}, {100, 50, 17}, 0.05);
 }
+
+TEST(ShapeImport, SubstancesShineAsTheyDoInLife) {
+    const TemporaryFolder folder;
+    writeStepSubstances(folder / "samples.step");
+    Imported imported = import(folder / "samples.step");
+    ASSERT_TRUE(imported.result) << imported.result.failure().text;
+    const Product& product = imported.product();
+    const auto materialOf = [&](const char* name) -> const Material* {
+        const std::int32_t node = nodeNamed(product, name);
+        const Mesh& mesh = product.meshes[product.parts[product.nodes[node].part].mesh];
+        const std::int32_t material = effectiveMaterial(product, node, mesh.groups.front());
+        return material == none ? nullptr : &product.materials[material];
+    };
+    const Material* steel = materialOf("steel");
+    ASSERT_NE(steel, nullptr);
+    EXPECT_EQ(steel->name, "Stainless steel");
+    EXPECT_EQ(steel->metallic, 1);
+    EXPECT_GT(steel->baseColor[0], 0.4);
+    const Material* glass = materialOf("glass");
+    ASSERT_NE(glass, nullptr);
+    EXPECT_EQ(glass->transmission, 1);
+    EXPECT_GT(glass->thicknessMm, 0);
+    EXPECT_EQ(glass->baseColor, (std::array<double, 4>{0, 0, 1, 1}));
+    EXPECT_EQ(materialOf("unknown"), nullptr) << "nobody knows how that looks";
+    const Material* painted = materialOf("red");
+    ASSERT_NE(painted, nullptr);
+    EXPECT_EQ(painted->name, "Unobtainium");
+    EXPECT_EQ(painted->metallic, 0);
+}

@@ -16,6 +16,7 @@
 #include <XCAFApp_Application.hxx>
 #include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_MaterialTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 
 #include <Quantity_Color.hxx>
@@ -62,6 +63,15 @@ public:
 
     void paint(const TDF_Label& label, const Quantity_Color& color) {
         colors->SetColor(label, color, XCAFDoc_ColorSurf);
+    }
+
+    void makeOf(const TDF_Label& label, const char* substance) {
+        const auto text = [](const char* value) {
+            return new TCollection_HAsciiString(value);
+        };
+        XCAFDoc_DocumentTool::MaterialTool(document_->Main())
+            ->SetMaterial(label, text(substance), text(""), 1000, text("density measure"),
+                          text("POSITIVE_RATIO_MEASURE"));
     }
 
     void write(const std::filesystem::path& file, const std::string& unit) {
@@ -141,6 +151,22 @@ void writeStepGrid(const std::filesystem::path& file, int count) {
         model.add(grid, part, at(5. * (i % side), 5. * row, 0),
                   ("pin:" + std::to_string(i)).c_str());
     }
+    model.write(file, "MM");
+}
+
+void writeStepSubstances(const std::filesystem::path& file) {
+    ModelDocument model;
+    const TDF_Label all = model.assembly("samples");
+    const auto put = [&](const char* name, const char* substance, double x) {
+        const TDF_Label part = model.part(BRepPrimAPI_MakeBox(10, 10, 10).Shape(), name);
+        model.makeOf(part, substance);
+        model.add(all, part, at(x, 0, 0), name);
+        return part;
+    };
+    put("steel", "Stainless steel", 0);
+    model.paint(put("glass", "Optical glass", 20), rgb(0, 0, 1));
+    put("unknown", "Unobtainium", 40);
+    model.paint(put("red", "Unobtainium", 60), rgb(1, 0, 0));
     model.write(file, "MM");
 }
 

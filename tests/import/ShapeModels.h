@@ -21,4 +21,8 @@ void writeBrepCylinders(const std::filesystem::path& file);
 /// A grid of \p count instances of one part, as STEP.
 void writeStepGrid(const std::filesystem::path& file, int count);
 
+/// Four boxes as STEP with substances: "Stainless steel" without a colour, "Optical glass" in blue,
+/// "Unobtainium" without a colour, and "Unobtainium" in red.
+void writeStepSubstances(const std::filesystem::path& file);
+
 } // namespace qor::import::testing

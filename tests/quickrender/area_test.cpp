@@ -91,6 +91,21 @@ TEST_F(Area, SetAndGetGoRoundExactlyAtEverySize) {
     }
 }
 
+TEST_F(Area, AHandleDraggedInPartsOfPixelsLosesNone) {
+    viewer->UserResizeViewer(200.0F, 120.0F);
+    Begin(20, 10, 80, 50);
+    for (int n = 0; n < 12; ++n) {
+        const double x = 50.0 + 5 * n;
+        const double y = 90.0 - 2 * n;
+        viewer->HandleMouse(Mouse(QorMouseEvent::Action::Press, x, y));
+        for (int step = 1; step <= 3; ++step)
+            viewer->HandleMouse(
+                Mouse(QorMouseEvent::Action::Move, x + step * 5.0 / 3.0, y - step * 2.0 / 3.0));
+        viewer->HandleMouse(Mouse(QorMouseEvent::Action::Release, x + 5.0, y - 2.0));
+        EXPECT_THAT(Get(), ElementsAre(25 + 5 * n, 12 + 2 * n, 85 + 5 * n, 52 + 2 * n));
+    }
+}
+
 TEST_F(Area, ARectangleOfOneOrLessLeavesItEmptyAndHidden) {
     Begin(10, 10, 60, 60);
     const auto* viewpoint =

@@ -19,7 +19,8 @@ What to open
 How to run
   --headless        Run without any window or display. The program does what the automation port
                     asks for; without --listen it waits to be ended.
-  --theme NAME      Look of the windows: system (follow the desktop, the default), light or dark.
+  --theme NAME      Look of the windows this time: system (follow the desktop), light or dark; by
+                    default as it was chosen in the menu View.
 
 Automation
   --listen SOCKET   Let another program see and do all that a person can, by JSON-RPC 2.0, one
@@ -45,6 +46,7 @@ Environment
                     colons; set to the program's own resources when it is unset.
   LANGUAGE, LANG    Language of all texts: English, French, German.
   XDG_CONFIG_HOME   Settings are kept in qorworkbench/ below it (default ~/.config).
+  XDG_DATA_HOME     Recent pictures and what recovery needs, likewise (default ~/.local/share).
 
 Examples
   qorworkbench gear.step

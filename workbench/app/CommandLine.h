@@ -7,13 +7,13 @@ namespace qor::app {
 
 /// What the command line of qorworkbench asks for.
 struct Options {
-    bool isHeadless = false;      ///< no window, no display
-    std::string socket;           ///< where the automation port listens; empty: nowhere
-    bool isOnce = false;          ///< the program ends with its first client
-    int traceLevel = 0;           ///< 0 silent, else 1 to 6
-    bool hasGallery = false;      ///< the gallery of widgets is offered and opened
-    std::string theme = "system"; ///< "system", "light" or "dark"
-    std::string file;             ///< what to open; empty: nothing
+    bool isHeadless = false; ///< no window, no display
+    std::string socket;      ///< where the automation port listens; empty: nowhere
+    bool isOnce = false;     ///< the program ends with its first client
+    int traceLevel = 0;      ///< 0 silent, else 1 to 6
+    bool hasGallery = false; ///< the gallery of widgets is offered and opened
+    std::string theme;       ///< "system", "light" or "dark"; empty: as the settings say
+    std::string file;        ///< what to open; empty: nothing
 };
 
 /// Exit codes of the program.

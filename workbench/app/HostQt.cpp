@@ -1,10 +1,16 @@
-// The host of the full program: Qt, with windows or, headless, with its loop alone.
+// The host of the full program: Qt, with windows or, headless, with its loop and what paints
+// pictures in memory.
 #include "platform/system/QorApplication.h"
 #include "workbench/app/Host.h"
+#include "workbench/app/Services.h"
 #include "workbench/desktop/Desktop.h"
 #include "workbench/desktop/loop/QtEventLoop.h"
+#include "workbench/engine/adapter/ViewPicture.h"
+#include "workbench/paint/HeadlessPictures.h"
+#include "workbench/session/Settings.h"
 
 #include <QApplication>
+#include <QGuiApplication>
 
 #include <array>
 #include <cstdlib>
@@ -23,14 +29,38 @@ struct QtArguments {
     int count = 1;
 };
 
+/// The same for a program that shows no window: Qt's offscreen platform, which has fonts and needs
+/// no display, whatever the environment asks for.
+struct OffscreenArguments {
+    std::array<char, 13> name{"qorworkbench"};
+    std::array<char, 10> option{"-platform"};
+    std::array<char, 10> platform{"offscreen"};
+    std::array<char*, 4> list{name.data(), option.data(), platform.data(), nullptr};
+    int count = 3;
+};
+
+/// Qt's way to say that it cannot reach the display is to abort; ours is an exit code.
+void report(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
+    std::cerr << "qorworkbench: " << text.toStdString() << std::endl;
+    if (type == QtFatalMsg)
+        std::_Exit(exitFailed);
+}
+
+/// Qt warns of a poor environment that matters to programs with windows only.
+void reportFailures(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        report(type, context, text);
+}
+
 int runHeadless(const Serve& serve) {
-    QtArguments arguments;
-    const QCoreApplication qt(arguments.count, arguments.list.data());
+    qInstallMessageHandler(&reportFailures);
+    OffscreenArguments arguments;
+    const QGuiApplication qt(arguments.count, arguments.list.data());
     desktop::QtEventLoop loop;
     const QorInteractiveApplication application(loop);
-    return serve({loop, [&] {
-                      loop.run();
-                  }});
+    Services services;
+    const paint::HeadlessPictures pictures(adapter::viewCaster(services.engine().cache()));
+    return serve({loop, [&] { loop.run(); }, services});
 }
 
 bool isSet(const char* variable) {
@@ -43,11 +73,8 @@ bool hasDisplay() {
     return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
-/// Qt's way to say that it cannot reach the display is to abort; ours is an exit code.
-void report(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
-    std::cerr << "qorworkbench: " << text.toStdString() << std::endl;
-    if (type == QtFatalMsg)
-        std::_Exit(exitFailed);
+desktop::ThemeChoice themeOf(const std::string& name) {
+    return desktop::themeNamed(QString::fromStdString(name)).value_or(desktop::ThemeChoice::System);
 }
 
 int runDesktop(const Options& options, const Serve& serve) {
@@ -62,11 +89,13 @@ int runDesktop(const Options& options, const Serve& serve) {
     const QApplication qt(arguments.count, arguments.list.data());
     desktop::QtEventLoop loop;
     QorInteractiveApplication application(loop);
-    const auto theme = desktop::themeNamed(QString::fromStdString(options.theme));
-    const desktop::Desktop desktop(theme.value_or(desktop::ThemeChoice::System));
+    Services services;
+    desktop::Desktop desktop(
+        themeOf(options.theme.empty() ? session::setting("Theme") : options.theme));
     application.SetDisplayUpdater(desktop::Desktop::displayUpdater());
-    return serve({loop, [&] {
-                      loop.run();
+    return serve({loop, [&] { loop.run(); }, services,
+                  [&](const std::string& theme) {
+                      desktop.theme().choose(themeOf(theme));
                   }});
 }
 

@@ -2,6 +2,7 @@
 #include "platform/system/QorApplication.h"
 #include "platform/system/QorQueueLoop.h"
 #include "workbench/app/Host.h"
+#include "workbench/app/Services.h"
 
 #include <iostream>
 
@@ -14,9 +15,8 @@ int withHost(const Options& options, const std::function<int(const HostLoop& hos
     }
     QorQueueLoop loop;
     const QorInteractiveApplication application(loop);
-    return serve({loop, [&] {
-                      loop.Run();
-                  }});
+    Services services;
+    return serve({loop, [&] { loop.Run(); }, services});
 }
 
 } // namespace qor::app

@@ -8,10 +8,13 @@
 #include "workbench/app/SignalWatcher.h"
 #include "workbench/app/Workbench.h"
 #include "workbench/automation/Port.h"
+#include "workbench/automation/methods/Groups.h"
 
+#include <chrono>
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <utility>
 
 namespace qor::app {
 
@@ -32,6 +35,37 @@ std::unique_ptr<automation::Port> openPort(QorEventLoop& loop, const Options& op
     return std::make_unique<automation::Port>(loop, options.socket, std::move(about));
 }
 
+/// Lets the port's clients find the program as its command line asks for: their requests wait until
+/// the file is open, but not for ever, for they may want to cancel that.
+class PortHold {
+public:
+    PortHold(QorEventLoop& loop, automation::Port* port) : loop_(loop), port_(port) {
+        if (port_ == nullptr)
+            return;
+        port_->hold(true);
+        timer_ = loop_.StartTimer(
+            patience, [this] { end(); }, false);
+    }
+
+    ~PortHold() { end(); }
+
+    PortHold(const PortHold&) = delete;
+    PortHold& operator=(const PortHold&) = delete;
+
+    void end() {
+        loop_.StopTimer(timer_);
+        if (automation::Port* held = std::exchange(port_, nullptr))
+            held->hold(false);
+    }
+
+private:
+    static constexpr std::chrono::seconds patience{20};
+
+    QorEventLoop& loop_;
+    automation::Port* port_;
+    QorTimerId timer_ = 0;
+};
+
 int serve(const HostLoop& host, const Options& options) {
     QorEventLoop& loop = host.loop;
     const SignalWatcher signals([&loop] { loop.Post([&loop] { loop.Quit(); }); });
@@ -41,9 +75,13 @@ int serve(const HostLoop& host, const Options& options) {
         return exitFailed;
     }
     {
-        Workbench workbench(loop, options);
-        workbench.start();
+        PortHold hold(loop, port.get());
+        Workbench workbench(host, options);
+        if (port)
+            port->add(automation::documentMethods(workbench.session().documents()));
+        workbench.start([&hold] { hold.end(); });
         host.run();
+        hold.end();
         port.reset(); // nobody is served any more; the socket goes
     }
     QorRunExitHooks();

@@ -6,7 +6,8 @@ namespace qor::automation {
 
 Answer Call::answerLater() {
     exchange_->isDeferred = true;
-    dispatcher_.goOnWithout(exchange_);
+    if (!exchange_->isAnswered)
+        dispatcher_.goOnWithout(exchange_);
     return Answer(exchange_);
 }
 

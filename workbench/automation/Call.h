@@ -36,7 +36,8 @@ public:
     [[nodiscard]] bool flag(const char* name) const { return value(name).get<bool>(); }
 
     /// Leaves the answer to somebody else; what the handler returns is not used. Further requests
-    /// are handled meanwhile.
+    /// are handled meanwhile. When a notification box has stopped the handler before, and so
+    /// answered the request, the answer goes to the notify.answer that let it go on.
     [[nodiscard]] Answer answerLater();
     /// The same, but no further request is handled until it is given, or a notification box opens.
     [[nodiscard]] Answer answerLaterAlone();

@@ -2,6 +2,7 @@
 
 #include "platform/dialog/QorDlgNotify.h"
 #include "platform/system/QorEventLoop.h"
+#include "scenes/QorRdgWorkers.h"
 #include "workbench/automation/Call.h"
 
 #include <algorithm>
@@ -54,7 +55,14 @@ bool Dispatcher::hasItems() const {
 /// Whether a request may be handled now: none is waited for, and the work of an earlier one is not
 /// under way in this very turn.
 bool Dispatcher::isFree() const {
-    return !isEnding_ && !current_ && (works_.empty() || works_.back().depth < loop_.GetDepth());
+    return !isHeld_ && !isEnding_ && !current_ &&
+           (works_.empty() || works_.back().depth < loop_.GetDepth());
+}
+
+void Dispatcher::hold(bool isHeld) {
+    isHeld_ = isHeld;
+    if (isFree() && hasItems())
+        wake();
 }
 
 void Dispatcher::serve() {
@@ -160,7 +168,14 @@ Dispatcher::Work& Dispatcher::begin(ExchangePtr exchange) {
 }
 
 void Dispatcher::settle(Work& work) {
+    if (work.waiter && work.exchange && work.exchange->isDeferred && work.exchange->isAnswered) {
+        // The work goes on beyond this turn: whoever closed the box is answered when it has ended.
+        work.exchange->heir = std::exchange(work.waiter, nullptr);
+        goOnWithout(work.exchange->heir);
+    }
     loop_.RunPosted();
+    if (work.exchange || work.waiter)
+        finishWorkers();
     const ExchangePtr exchange = work.exchange;
     const ExchangePtr waiter = work.waiter;
     std::erase_if(boxes_, [&](const OpenBox& open) { return open.opener == &work; });
@@ -171,6 +186,15 @@ void Dispatcher::settle(Work& work) {
         answer(waiter, makeResult(waiter->request.id, Json::object()));
     if (isFree() && hasItems())
         wake();
+}
+
+/// What workers make for the dialogs (thumbnails, kept pictures) counts as posted: an answer shows
+/// it ready.
+void Dispatcher::finishWorkers() {
+    while (QorRdgWorkers::CountPending() > 0) {
+        QorRdgWorkers::Finish();
+        loop_.RunPosted();
+    }
 }
 
 // ---- notification boxes

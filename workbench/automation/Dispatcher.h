@@ -19,8 +19,9 @@ class QorEventLoop;
 namespace qor::automation {
 
 /// Handles requests one after another on the user-interface thread and decides when each is
-/// answered: when its own work has run, and what was posted meanwhile; or when a notification box
-/// stops that work. While a box is open, requests are served by the nested turn of the box.
+/// answered: when its own work has run, and what was posted or given to the workers of the dialogs
+/// meanwhile; or when a notification box stops that work. While a box is open, requests are served
+/// by the nested turn of the box.
 class Dispatcher : public std::enable_shared_from_this<Dispatcher> {
 public:
     Dispatcher(QorEventLoop& loop, bool isOnce, std::function<void()> quit);
@@ -29,6 +30,9 @@ public:
     void attach(Transport& transport) { transport_ = &transport; }
 
     void add(MethodGroup group);
+
+    /// While it is held no request is handled; they wait. User-interface thread.
+    void hold(bool isHeld);
 
     /// Takes what comes from the client. Called on the transport's thread.
     void arrive(Arrival arrival);
@@ -79,6 +83,7 @@ private:
     Work& begin(ExchangePtr exchange);
     /// Runs what is posted, then answers for \p work and forgets it.
     void settle(Work& work);
+    void finishWorkers();
     Work& findOpener();
     void answerBlocked(const ExchangePtr& exchange, const std::string& boxName);
 
@@ -112,6 +117,7 @@ private:
     ConnectionId inputEnded_ = 0; ///< the connection that sends no more, or 0
     ConnectionId gone_ = 0;       ///< the last connection that hung up altogether
     bool isEnding_ = false;
+    bool isHeld_ = false;
 };
 
 } // namespace qor::automation

@@ -5,19 +5,21 @@
 namespace qor::automation {
 
 void Answer::give(Json result) const {
-    conclude(makeResult(exchange_->request.id, std::move(result)));
+    // What a notify.answer gives is the same whatever it let go on.
+    conclude(
+        makeResult(recipient()->request.id, exchange_->heir ? Json::object() : std::move(result)));
 }
 
 void Answer::fail(ErrorCode code, const std::string& text) const {
-    conclude(makeError(exchange_->request.id, code, text));
+    conclude(makeError(recipient()->request.id, code, text));
 }
 
 void Answer::conclude(Json response) const {
     if (!isWanted())
         return;
-    exchange_->response = std::move(response);
+    recipient()->response = std::move(response);
     if (const auto dispatcher = exchange_->dispatcher.lock())
-        dispatcher->conclude(exchange_);
+        dispatcher->conclude(recipient());
 }
 
 } // namespace qor::automation

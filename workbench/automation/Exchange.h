@@ -29,6 +29,9 @@ struct Exchange {
     bool isAnswered = false;
     std::function<void()> whenAbandoned; ///< a deferred answer is not wanted any more
     std::function<void()> afterAnswer;
+    /// The notify.answer that let this request's work go on, after it had been answered with the
+    /// box; it gets the answer that this request does not need any more.
+    std::shared_ptr<Exchange> heir;
 };
 
 using ExchangePtr = std::shared_ptr<Exchange>;
@@ -44,7 +47,8 @@ public:
     void fail(ErrorCode code, const std::string& text) const;
 
     /// Whether an answer is still wanted: none was given, the client is there, and so is the port.
-    [[nodiscard]] bool isWanted() const { return !exchange_->isAnswered; }
+    /// Of a request that a notification box stopped, the notify.answer wants it.
+    [[nodiscard]] bool isWanted() const { return !recipient()->isAnswered; }
 
     /// Called once when the answer is not wanted any more though none was given: stop what it
     /// waits for.
@@ -53,6 +57,10 @@ public:
     }
 
 private:
+    [[nodiscard]] const ExchangePtr& recipient() const {
+        return exchange_->heir ? exchange_->heir : exchange_;
+    }
+
     void conclude(Json response) const;
 
     ExchangePtr exchange_;

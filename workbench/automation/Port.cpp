@@ -34,6 +34,9 @@ Port::Port(QorEventLoop& loop, const std::string& path, PortOptions options)
                                           colorMethods(),
                                           viewerMethods(),
                                           manipulatorMethods(),
+                                          objectMethods(),
+                                          selectionMethods(),
+                                          renderMethods(loop),
                                           traceMethods(),
                                           eventMethods(parts_->events)};
     for (const MethodGroup& group : groups)
@@ -56,6 +59,10 @@ const std::string& Port::error() const {
 
 void Port::add(MethodGroup group) {
     parts_->dispatcher->add(std::move(group));
+}
+
+void Port::hold(bool isHeld) {
+    parts_->dispatcher->hold(isHeld);
 }
 
 } // namespace qor::automation

@@ -43,6 +43,10 @@ public:
     /// there already replaces it.
     void add(MethodGroup group);
 
+    /// While it is held no request is handled; they wait in their order. For a program that is not
+    /// yet what its command line asks for.
+    void hold(bool isHeld);
+
 private:
     struct Parts;
     std::unique_ptr<Parts> parts_;

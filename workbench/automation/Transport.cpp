@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstddef>
 #include <cstring>
 
 namespace qor::automation {
@@ -216,7 +217,10 @@ void Transport::readClient() {
         if (!mayRead())
             return;
     }
-    static thread_local std::array<char, std::size_t(64) * 1024> bytes;
+    // Aligned as what follows it in the program's image: with bytes alone mold 1.10 may begin the
+    // part that is protected after relocation on a page that is not there, and the program does not
+    // load.
+    alignas(std::max_align_t) static thread_local std::array<char, std::size_t(64) * 1024> bytes;
     const ssize_t count = ::recv(client_->descriptor, bytes.data(), bytes.size(), 0);
     if (count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR))
         return;

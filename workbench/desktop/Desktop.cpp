@@ -5,20 +5,25 @@
 #include "workbench/desktop/QtToolkit.h"
 #include "workbench/desktop/WindowSystem.h"
 #include "workbench/desktop/theme/Icon.h"
+#include "workbench/desktop/viewer/ViewerPictures.h"
 
 #include <QApplication>
 #include <QWidget>
 
-/// The icons lie in a static library, whose resources nobody else asks for. Qt's macro wants the
-/// global namespace.
-static void loadIcons() {
+/// Icons and shaders lie in a static library, whose resources nobody else asks for. Qt's macro
+/// wants the global namespace.
+static void loadResources() {
     Q_INIT_RESOURCE(qor_icons);
+    Q_INIT_RESOURCE(qor_shaders);
 }
 
 namespace qor::desktop {
 
-Desktop::Desktop(ThemeChoice choice) : theme_(choice), toolkit_(std::make_unique<QtToolkit>()) {
-    loadIcons();
+Desktop::Desktop(ThemeChoice choice)
+    : theme_(choice)
+    , toolkit_(std::make_unique<QtToolkit>())
+    , pictures_(std::make_unique<ViewerPictures>()) {
+    loadResources();
     QApplication::setWindowIcon(icon(QStringLiteral("application")));
     QApplication::setQuitOnLastWindowClosed(false);
     QorToolkit::Install(toolkit_.get());

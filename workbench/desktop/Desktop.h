@@ -10,7 +10,10 @@ class QorToolkit;
 
 namespace qor::desktop {
 
-/// Everything that draws: the theme and the toolkit, which it installs for as long as it lives. The
+class ViewerPictures;
+
+/// Everything that draws: the theme, the toolkit and the pictures of viewers, which it installs for
+/// as long as it lives. The
 /// main window is the peer of the library's application frame and comes and goes with that. Needs a
 /// QApplication; outlives the widgets shown through it.
 ///
@@ -46,6 +49,7 @@ public:
 private:
     Theme theme_;
     std::unique_ptr<QorToolkit> toolkit_;
+    std::unique_ptr<ViewerPictures> pictures_;
 };
 
 } // namespace qor::desktop

@@ -1,5 +1,6 @@
 #include "workbench/desktop/QtToolkit.h"
 
+#include "workbench/desktop/frame/DocumentWindowPeer.h"
 #include "workbench/desktop/frame/MainWindowPeer.h"
 #include "workbench/desktop/peers/BoxPeers.h"
 #include "workbench/desktop/peers/ButtonPeers.h"
@@ -7,6 +8,8 @@
 #include "workbench/desktop/peers/FilePeer.h"
 #include "workbench/desktop/peers/SlidePeers.h"
 #include "workbench/desktop/peers/TextPeers.h"
+#include "workbench/desktop/viewer/PlaneViewerPeer.h"
+#include "workbench/desktop/viewer/SpaceViewerPeer.h"
 
 #include <string_view>
 
@@ -19,6 +22,12 @@ std::unique_ptr<QorPeer> make(QorDialog& widget) {
     return std::make_unique<Peer>(widget);
 }
 
+/// Viewers of the plane and of space are one kind of widget.
+std::unique_ptr<QorPeer> makeViewer(QorDialog& widget) {
+    return dynamic_cast<Qor3DViewer*>(&widget) != nullptr ? make<SpaceViewerPeer>(widget)
+                                                          : make<PlaneViewerPeer>(widget);
+}
+
 struct PeerKind {
     std::string_view kind;
     std::unique_ptr<QorPeer> (*make)(QorDialog& widget);
@@ -26,6 +35,7 @@ struct PeerKind {
 
 constexpr PeerKind peerKinds[] = {
     {"application frame", make<MainWindowPeer>},
+    {"document window", make<DocumentWindowPeer>},
     {"dialog", make<DialogPeer>},
     {"frame", make<FramePeer>},
     {"label", make<LabelPeer>},
@@ -42,6 +52,7 @@ constexpr PeerKind peerKinds[] = {
     {"file dialog", make<FilePeer>},
     {"notification", make<NotifyPeer>},
     {"color editor", make<ColorPeer>},
+    {"viewer", makeViewer},
 };
 
 } // namespace

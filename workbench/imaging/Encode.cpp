@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <string_view>
 
 namespace qor::imaging {
 
@@ -52,6 +54,43 @@ Magick::Image makeImage(const QorPixelImage& picture) {
     return image;
 }
 
+/// Pictures without one get none, but PSD files always tell one: theirs shall be of use.
+void setDensity(Magick::Image& image, const PictureFormat& format, double pixelsPerInch) {
+    constexpr double customary = 72.0;
+    if (pixelsPerInch <= 0.0 && format.coder == std::string_view("PSD"))
+        pixelsPerInch = customary;
+    if (pixelsPerInch <= 0.0)
+        return;
+    image.resolutionUnits(Magick::PixelsPerInchResolution);
+    image.density(Magick::Geometry(to_string(std::lround(pixelsPerInch)) + "x" +
+                                   to_string(std::lround(pixelsPerInch))));
+}
+
+MagickCore::MagickBooleanType tell(const char* /*step*/,
+                                   MagickCore::MagickOffsetType done,
+                                   MagickCore::MagickSizeType all,
+                                   void* watcher) {
+    constexpr int whole = 100;
+    const int percent = all > 0 ? static_cast<int>(done * whole / static_cast<long long>(all)) : 0;
+    const bool goesOn = (*static_cast<const Watcher*>(watcher))(std::clamp(percent, 0, whole));
+    return goesOn ? MagickCore::MagickTrue : MagickCore::MagickFalse;
+}
+
+/// False when the watcher has given it up, at the latest at the end: some coders tell nothing on
+/// the way.
+bool write(Magick::Image& image, Magick::Blob& bytes, const Watcher& watcher) {
+    constexpr int whole = 100;
+    bool goesOn = true;
+    Watcher watch = [&](int percent) {
+        goesOn = goesOn && watcher(percent);
+        return goesOn;
+    };
+    if (watcher)
+        MagickCore::SetImageProgressMonitor(image.image(), &tell, &watch);
+    image.write(&bytes);
+    return !watcher || watch(whole);
+}
+
 void describe(Magick::Image& image, const PictureFormat& format) {
     image.magick(format.coder);
     image.depth(8);
@@ -74,7 +113,8 @@ void describe(Magick::Image& image, const PictureFormat& format) {
 bool encode(const QorPixelImage& picture,
             const PictureFormat& format,
             Magick::Blob& bytes,
-            std::string& error) {
+            std::string& error,
+            const Watcher& watcher) {
     error = findObstacle(picture, format);
     if (!error.empty())
         return false;
@@ -84,8 +124,10 @@ bool encode(const QorPixelImage& picture,
         if (!format.alpha)
             image.matte(false);
         describe(image, format);
-        image.write(&bytes);
-        return true;
+        setDensity(image, format, picture.GetPixelsPerInch());
+        if (!write(image, bytes, watcher))
+            error = "was given up";
+        return error.empty();
     } catch (const std::exception& failure) {
         error = std::string("cannot be encoded: ") + failure.what();
         return false;

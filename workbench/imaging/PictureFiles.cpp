@@ -64,6 +64,14 @@ int PictureFiles::Write(const QorPixelImage& image,
                         const QorString& keyword,
                         const QorUnicodeString& path,
                         QorUnicodeString& error) {
+    return WriteWatched(image, keyword, path, {}, error);
+}
+
+int PictureFiles::WriteWatched(const QorPixelImage& image,
+                               const QorString& keyword,
+                               const QorUnicodeString& path,
+                               const Watcher& watcher,
+                               QorUnicodeString& error) {
     const PictureFormat* format = findPictureFormat(keyword.Str());
     if (format == nullptr) {
         error = named(path, "there is no picture format \"" + keyword.Str() + "\"");
@@ -71,7 +79,7 @@ int PictureFiles::Write(const QorPixelImage& image,
     }
     Magick::Blob bytes;
     std::string reason;
-    if (!encode(image, *format, bytes, reason)) {
+    if (!encode(image, *format, bytes, reason, watcher)) {
         error = named(path, reason);
         return notEncoded;
     }

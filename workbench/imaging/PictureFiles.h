@@ -14,6 +14,11 @@ public:
               const QorString& format,
               const QorUnicodeString& path,
               QorUnicodeString& error) override;
+    int WriteWatched(const QorPixelImage& image,
+                     const QorString& format,
+                     const QorUnicodeString& path,
+                     const Watcher& watcher,
+                     QorUnicodeString& error) override;
     QorPixelImage* Resize(const QorPixelImage& image, int width, int height) override;
 };
 

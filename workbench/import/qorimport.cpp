@@ -52,15 +52,10 @@ private:
 };
 
 import::ErrorKind errorKindOf(document::FaultKind kind){
-    switch (kind){case document::FaultKind::Input: return import::ErrorKind::Input;
-case document::FaultKind::Machine:
-return import::ErrorKind::Machine;
-case document::FaultKind::Internal:
-break;
+    if (kind == document::FaultKind::Input) return import::ErrorKind::Input;
+const bool machine = kind == document::FaultKind::Machine;
+return machine ? import::ErrorKind::Machine : import::ErrorKind::Internal;
 } // namespace
-
-return import::ErrorKind::Internal;
-}
 
 ProgressLine errorLine(const document::Failure& failure) {
     ProgressLine line;

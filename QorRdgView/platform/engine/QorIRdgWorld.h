@@ -11,6 +11,7 @@ struct QorRdgInstance {
     QorMesh_var mesh;
     QorVar<QorGraphicMaterial> material; ///< null for the engine's own grey
     QorMathTransformation matrix;
+    bool highlighted = false; ///< renders show no highlight; pictures of viewers do
 };
 
 /// The eye, as Qor3DViewpoint has it.
@@ -35,7 +36,9 @@ struct QorRdgSnapshot {
     std::vector<QorVar<Qor3DLightSourceRep>> lights;
     std::array<float, 3> ambient{};
     QorRdgCamera camera;
+    QorMathVector vertical{0.0, 0.0, 1.0}; ///< up for the product
     QorColor backgroundColor;
+    std::optional<QorColor> backgroundBottom; ///< of a background that changes colour downwards
     std::optional<QorRdgBackgroundPicture> background;
     std::optional<QorVar<QorRsc3DGroundRep>> ground;
     double softShadows = 0.0; ///< full angle of each directional light's disc, in degrees

@@ -22,10 +22,11 @@ struct QorRdgRequest {
 struct QorRdgProgress {
     int percent = 0;
     bool finished = false;
-    bool failed = false;       ///< finished without a whole picture; the reason is in `message`
-    QorPixelImage_var picture; ///< newer than at the last poll, or null; of the whole output,
-                               ///< transparent beside the region
-    QorUnicodeString message;  ///< new text for the person, or empty
+    bool failed = false; ///< finished without a whole picture; the reason is in `message`
+    /// Newer than at the last poll, or null; of the whole output, transparent beside the region.
+    /// While it is refined a large output may come as a smaller picture of the same proportions.
+    QorPixelImage_var picture;
+    QorUnicodeString message; ///< new text for the person, or empty
 };
 
 /// A render under way on other threads. Destroying it detaches it: it is told to stop and touches

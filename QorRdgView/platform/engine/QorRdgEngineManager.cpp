@@ -225,6 +225,8 @@ void QorRdgEngineManager::EndNow(std::unique_ptr<Job> iJob) {
         self->lastRegion = job->region;
         job->display.Reset();
         self->callbacks.DispatchCallbacks(RENDER_DONE, self);
+        if (const EndListener listener = self->endListener)
+            listener(job->record);
         --self->endsPosted;
         self->BeginNext();
     };

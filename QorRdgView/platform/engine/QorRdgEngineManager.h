@@ -72,6 +72,15 @@ class QorRdgEngineManager
 
     [[nodiscard]] const Record& GetRecord() const { return record; }
 
+    /// The record's id of the latest start, which may still be waiting; 0 before the first.
+    [[nodiscard]] unsigned long GetLastStart() const { return lastId; }
+
+    /// Told how each start ended, after RENDER_DONE was dispatched. Unlike a subscription it keeps
+    /// no render going: for whoever only reports. An empty function takes it away.
+    using EndListener = std::function<void(const Record& iRecord)>;
+
+    void SetEndListener(EndListener iListener) { endListener = std::move(iListener); }
+
     [[nodiscard]] const QorUnicodeString& GetMessage() const { return record.message; }
 
     /// Pages that the engine adds to the shooting dialog: none.
@@ -110,6 +119,7 @@ private:
 
     std::unique_ptr<QorRdgEngine> engine;
     QorCallbackManager callbacks;
+    EndListener endListener;
     std::unique_ptr<Job> running;
     std::unique_ptr<Job>
         waiting; ///< started, but the end of the one before has not been dispatched yet

@@ -37,7 +37,7 @@ const QorRdgOptionsDefaults::Quality& QorRdgOptionsDefaults::QualityOf(int iLeve
          .depth = 3,
          .minimumSamples = 1,
          .maximumSamples = 4,
-         .contrast = 0.2F,
+         .contrast = 0.1F,
          .gatherRays = 64},
         {.raytracing = true,
          .reflections = 4,
@@ -45,7 +45,7 @@ const QorRdgOptionsDefaults::Quality& QorRdgOptionsDefaults::QualityOf(int iLeve
          .depth = 8,
          .minimumSamples = 4,
          .maximumSamples = 64,
-         .contrast = 0.05F,
+         .contrast = 0.025F,
          .gatherRays = 256},
         {.raytracing = true,
          .reflections = 8,
@@ -53,7 +53,7 @@ const QorRdgOptionsDefaults::Quality& QorRdgOptionsDefaults::QualityOf(int iLeve
          .depth = 16,
          .minimumSamples = 16,
          .maximumSamples = 1024,
-         .contrast = 0.015F,
+         .contrast = 0.008F,
          .gatherRays = 1024},
     }};
     return levels[static_cast<std::size_t>(std::clamp(iLevel, 0, 2))];

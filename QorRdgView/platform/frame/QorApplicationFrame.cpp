@@ -1,5 +1,7 @@
 #include "platform/frame/QorApplicationFrame.h"
 
+#include <utility>
+
 namespace {
 
 QorApplicationFrame* theFrame = nullptr;
@@ -29,4 +31,37 @@ void QorApplicationFrame::SetStatus(const QorUnicodeString& iText) {
     Changed(QorAspectValue);
 }
 
+void QorApplicationFrame::SetFacts(const QorUnicodeString& iText) {
+    if (facts == iText)
+        return;
+    facts = iText;
+    Changed(QorAspectValue);
+}
+
+void QorApplicationFrame::SetProgress(std::optional<Progress> iProgress) {
+    if (progress == iProgress)
+        return;
+    progress = std::move(iProgress);
+    Changed(QorAspectRange);
+}
+
+QorUserResult QorApplicationFrame::UserCancelProgress() {
+    if (!CanAct() || !progress || !progress->cancellable)
+        return QorUserResult::Insensitive;
+    Notify(cancelProgress.Get());
+    return QorUserResult::Done;
+}
+
+QorUserResult QorApplicationFrame::UserDropFiles(std::vector<QorUnicodeString> iPaths) {
+    if (!CanAct())
+        return QorUserResult::Insensitive;
+    if (iPaths.empty())
+        return QorUserResult::Impossible;
+    dropped = std::move(iPaths);
+    Notify(drop.Get());
+    return QorUserResult::Done;
+}
+
 QorImplementClass(QorApplicationFrame, QorDlgDialog)
+QorImplementNotification(QorFrmDropNotification)
+QorImplementNotification(QorFrmCancelProgressNotification)

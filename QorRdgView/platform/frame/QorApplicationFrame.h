@@ -1,7 +1,16 @@
 #pragma once
 
 #include "platform/dialog/QorDlgDialog.h"
+#include "platform/dialog/QorDlgNotifications.h"
 #include "platform/frame/QorCmdContainer.h"
+
+#include <optional>
+#include <vector>
+
+/// A person has dropped files on the main window.
+QorDeclareNotification(QorFrmDropNotification);
+/// A person wants the work that the status bar shows to be given up.
+QorDeclareNotification(QorFrmCancelProgressNotification);
 
 /// The program's main window as the library sees it: the father of all its dialogs, its menus and
 /// tool bars and its status text. There is one while the program runs, with a display or without.
@@ -29,6 +38,40 @@ class QorApplicationFrame : public QorDlgDialog {
 
     [[nodiscard]] const QorUnicodeString& GetStatus() const { return status; }
 
+    /// Facts about what is open, at the other end of the status bar; stay until the next.
+    void SetFacts(const QorUnicodeString& iText);
+
+    [[nodiscard]] const QorUnicodeString& GetFacts() const { return facts; }
+
+    /// Long work that the status bar shows.
+    struct Progress {
+        QorUnicodeString text;
+        double share = -1.0; ///< 0..1, negative while nobody knows
+        bool cancellable = false;
+
+        bool operator==(const Progress& iOther) const = default;
+    };
+
+    /// Nothing takes the bar away.
+    void SetProgress(std::optional<Progress> iProgress);
+
+    [[nodiscard]] const std::optional<Progress>& GetProgress() const { return progress; }
+
+    [[nodiscard]] QorNotification* GetCancelProgressNotification() const {
+        return cancelProgress.Get();
+    }
+
+    /// A person presses Cancel beside the progress; Insensitive while there is none that can be.
+    QorUserResult UserCancelProgress();
+
+    [[nodiscard]] QorNotification* GetDropNotification() const { return drop.Get(); }
+
+    /// What was dropped last, absolute paths; for who receives the drop notification.
+    [[nodiscard]] const std::vector<QorUnicodeString>& GetDroppedFiles() const { return dropped; }
+
+    /// A person drops files on the window; Impossible without any.
+    QorUserResult UserDropFiles(std::vector<QorUnicodeString> iPaths);
+
 protected:
     ~QorApplicationFrame() override;
 
@@ -36,4 +79,9 @@ private:
     QorCmdContainer* menuBar;
     QorCmdContainer* toolBars;
     QorUnicodeString status;
+    QorUnicodeString facts;
+    std::optional<Progress> progress;
+    std::vector<QorUnicodeString> dropped;
+    QorOwnNotification<QorFrmDropNotification> drop;
+    QorOwnNotification<QorFrmCancelProgressNotification> cancelProgress;
 };

@@ -36,6 +36,18 @@ void QorCSO::Empty() {
     Modified();
 }
 
+void QorCSO::SetElements(const std::vector<QorVar<QorBaseUnknown>>& iElements) {
+    std::vector<QorVar<QorBaseUnknown>> wanted;
+    wanted.reserve(iElements.size());
+    for (const QorVar<QorBaseUnknown>& element : iElements)
+        if (element)
+            wanted.push_back(element);
+    if (wanted == elements)
+        return;
+    elements.swap(wanted); // what was there goes after the event
+    Modified();
+}
+
 void QorCSO::AddElement(QorBaseUnknown* iElement, int iOnce) {
     if (iElement == nullptr || (iOnce != 0 && Holds(*iElement)))
         return;

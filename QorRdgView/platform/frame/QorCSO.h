@@ -24,6 +24,10 @@ class QorCSO : public QorBaseUnknown {
 
     void Empty();
 
+    /// Replaces the content by \p iElements, which are all different; nulls are left out. One
+    /// event, and none when they are the same objects in the same order.
+    void SetElements(const std::vector<QorVar<QorBaseUnknown>>& iElements);
+
     /// Appends \p iElement; null is ignored, and with \p iOnce non-zero one that is there already
     /// too.
     void AddElement(QorBaseUnknown* iElement, int iOnce = 1);

@@ -32,7 +32,12 @@ QorCommandHeader::~QorCommandHeader() {
 }
 
 QorUnicodeString QorCommandHeader::GetTitle() const {
-    return Text(*this, ".Title", GetName().Str());
+    return ownTitle ? *ownTitle : Text(*this, ".Title", GetName().Str());
+}
+
+void QorCommandHeader::SetTitle(const QorUnicodeString& iTitle) {
+    if (std::exchange(ownTitle, iTitle) != iTitle)
+        StateChanged();
 }
 
 QorUnicodeString QorCommandHeader::GetShortHelp() const {
@@ -40,7 +45,12 @@ QorUnicodeString QorCommandHeader::GetShortHelp() const {
 }
 
 QorUnicodeString QorCommandHeader::GetLongHelp() const {
-    return Text(*this, ".LongHelp");
+    return ownLongHelp ? *ownLongHelp : Text(*this, ".LongHelp");
+}
+
+void QorCommandHeader::SetLongHelp(const QorUnicodeString& iText) {
+    if (std::exchange(ownLongHelp, iText) != iText)
+        StateChanged();
 }
 
 QorString QorCommandHeader::GetIconName() const {

@@ -4,6 +4,7 @@
 #include "platform/system/QorCommand.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 /// What menus, tool bars and other code start a command by: a name, texts, an availability. Headers
@@ -27,8 +28,12 @@ class QorCommandHeader : public QorCommand {
     QorCommandHeader(QorCommand* iFather, const QorString& iName, Creator iCreator = {});
 
     [[nodiscard]] QorUnicodeString GetTitle() const;
+    /// A title that no catalog has, as that of a recent file; menus leave out a header whose title
+    /// is empty.
+    void SetTitle(const QorUnicodeString& iTitle);
     [[nodiscard]] QorUnicodeString GetShortHelp() const;
     [[nodiscard]] QorUnicodeString GetLongHelp() const;
+    void SetLongHelp(const QorUnicodeString& iText);
     [[nodiscard]] QorString GetIconName() const;
     /// A key sequence in portable form, "Ctrl+O"; empty for none.
     [[nodiscard]] QorString GetShortcut() const;
@@ -84,6 +89,8 @@ protected:
 
 private:
     Creator creator;
+    std::optional<QorUnicodeString> ownTitle;
+    std::optional<QorUnicodeString> ownLongHelp;
     QorCommand* command = nullptr;
     bool available = true;
     QorDlgCheckState checkState = QorDlgUncheck;

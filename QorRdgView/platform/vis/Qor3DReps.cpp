@@ -30,6 +30,9 @@ public:
     void Visit(const Qor3DMeshRep& iRep) override {
         if (!iRep.IsShown())
             return;
+        // Most of what an assembly holds lies well inside of it.
+        if (Holds(iRep.GetBoundingBox().Transformed(toFrame)))
+            return;
         const std::vector<float>& positions = iRep.GetMesh()->GetData().positions;
         for (std::size_t i = 0; i + 2 < positions.size(); i += 3)
             box.Add(toFrame.Apply({positions[i], positions[i + 1], positions[i + 2]}));
@@ -49,29 +52,69 @@ public:
     [[nodiscard]] const Qor3DBoundingBox& GetBox() const { return box; }
 
 private:
+    [[nodiscard]] bool Holds(const Qor3DBoundingBox& iOther) const {
+        return box.low.x <= iOther.low.x && box.low.y <= iOther.low.y &&
+               box.low.z <= iOther.low.z && box.high.x >= iOther.high.x &&
+               box.high.y >= iOther.high.y && box.high.z >= iOther.high.z;
+    }
+
     QorMathTransformation toFrame;
     Qor3DBoundingBox box;
 };
 
 } // namespace
 
+Qor3DBagRep::~Qor3DBagRep() {
+    for (const Qor3DRep_var& child : children)
+        child->RemoveWatcher(this);
+}
+
 void Qor3DBagRep::AddChild(Qor3DRep* iChild) {
     if (iChild == nullptr)
         return;
     const Qor3DRep_var child(iChild);
-    RemoveChild(iChild);
+    if (child->IsWatchedBy(this))
+        std::erase(children, child);
+    else
+        child->AddWatcher(this);
     children.push_back(child);
+    Touched(QorRepChange::Extent);
 }
 
 void Qor3DBagRep::RemoveChild(Qor3DRep* iChild) {
-    std::erase_if(children, [&](const Qor3DRep_var& iOne) { return iOne.Get() == iChild; });
+    if (iChild == nullptr || !iChild->IsWatchedBy(this))
+        return;
+    const Qor3DRep_var child(iChild);
+    child->RemoveWatcher(this);
+    std::erase(children, child);
+    Touched(QorRepChange::Extent);
+}
+
+void Qor3DBagRep::SetMatrix(const QorMathTransformation& iMatrix) {
+    if (matrix == iMatrix)
+        return;
+    matrix = iMatrix;
+    Touched(QorRepChange::Extent);
+}
+
+void Qor3DBagRep::Touched(QorRepChange iChange) {
+    if (iChange == QorRepChange::Extent)
+        boxIsKnown = false;
+    Qor3DRep::Touched(iChange);
+}
+
+void Qor3DBagRep::RepChanged(QorRepChange iChange) {
+    Touched(iChange);
 }
 
 Qor3DBoundingBox Qor3DBagRep::GetBoundingBox() const {
-    Qor3DBoundingBox box;
+    if (boxIsKnown)
+        return box;
+    box = {};
     for (const Qor3DRep_var& child : children)
         if (child->IsShown())
             box.Add(child->GetBoundingBox().Transformed(matrix));
+    boxIsKnown = true;
     return box;
 }
 
@@ -81,6 +124,13 @@ void Qor3DBagRep::Accept(QorRepVisitor3D& ioVisitor) const {
 
 Qor3DMeshRep::Qor3DMeshRep(QorMesh* iMesh, QorGraphicMaterial* iMaterial)
     : mesh(iMesh), material(iMaterial) {}
+
+void Qor3DMeshRep::SetMaterial(QorGraphicMaterial* iMaterial) {
+    if (material.Get() == iMaterial)
+        return;
+    material = iMaterial;
+    Touched(QorRepChange::Look);
+}
 
 void Qor3DMeshRep::Accept(QorRepVisitor3D& ioVisitor) const {
     ioVisitor.Visit(*this);
@@ -110,6 +160,7 @@ void Qor3DLightSourceRep::SetLocationParameters(const QorMathPoint& iPosition,
                                                 const QorMathVector& iDirection) {
     position = iPosition;
     direction = iDirection;
+    Touched(QorRepChange::Look);
 }
 
 void Qor3DLightSourceRep::SetColorParameters(const float iAmbient[4],
@@ -118,6 +169,7 @@ void Qor3DLightSourceRep::SetColorParameters(const float iAmbient[4],
     std::copy_n(iAmbient, 4, ambient);
     std::copy_n(iDiffuse, 4, diffuse);
     std::copy_n(iSpecular, 4, specular);
+    Touched(QorRepChange::Look);
 }
 
 void Qor3DLightSourceRep::GetColorParameters(float oAmbient[4],
@@ -139,14 +191,17 @@ QorRsc3DGroundRep::QorRsc3DGroundRep(const QorMathPoint& iOrigin,
 
 void QorRsc3DGroundRep::Translate(double iDistance) {
     origin = origin + vertical * iDistance;
+    Touched(QorRepChange::Extent);
 }
 
 void QorRsc3DGroundRep::SetTransparency(float iValue) {
     transparency = std::clamp(iValue, 0.0F, 1.0F);
+    Touched(QorRepChange::Look);
 }
 
 void QorRsc3DGroundRep::SetReflectivity(float iValue) {
     reflectivity = std::clamp(iValue, 0.0F, 1.0F);
+    Touched(QorRepChange::Look);
 }
 
 Qor3DBoundingBox QorRsc3DGroundRep::GetBoundingBox() const {

@@ -1,13 +1,18 @@
 #pragma once
 
+#include "platform/vis/QorGraphicMaterial.h"
 #include "platform/vis/QorMesh.h"
 #include "platform/vis/QorRep.h"
 
-/// Several representations moved together.
-class Qor3DBagRep : public Qor3DRep {
+/// Several representations moved together. One may stand in several bags, but no bag in itself.
+class Qor3DBagRep
+    : public Qor3DRep
+    , private QorRepWatcher {
     QorDeclareClass(Qor3DBagRep)
 
     Qor3DBagRep() = default;
+    Qor3DBagRep(const Qor3DBagRep&) = delete;
+    Qor3DBagRep& operator=(const Qor3DBagRep&) = delete;
 
     [[nodiscard]] const char* GetKind() const override { return "bag"; }
 
@@ -17,19 +22,25 @@ class Qor3DBagRep : public Qor3DRep {
 
     [[nodiscard]] const std::vector<Qor3DRep_var>& GetChildren() const { return children; }
 
-    void SetMatrix(const QorMathTransformation& iMatrix) { matrix = iMatrix; }
+    void SetMatrix(const QorMathTransformation& iMatrix);
 
     [[nodiscard]] const QorMathTransformation& GetMatrix() const { return matrix; }
 
+    /// Around what is shown; kept until something in it changes.
     [[nodiscard]] Qor3DBoundingBox GetBoundingBox() const override;
     void Accept(QorRepVisitor3D& ioVisitor) const override;
 
 protected:
-    ~Qor3DBagRep() override = default;
+    ~Qor3DBagRep() override;
+    void Touched(QorRepChange iChange) override;
 
 private:
+    void RepChanged(QorRepChange iChange) override;
+
     std::vector<Qor3DRep_var> children;
     QorMathTransformation matrix;
+    mutable Qor3DBoundingBox box;
+    mutable bool boxIsKnown = false;
 };
 
 /// A mesh with a material.
@@ -44,7 +55,7 @@ class Qor3DMeshRep : public Qor3DRep {
 
     [[nodiscard]] QorGraphicMaterial* GetMaterial() const { return material; }
 
-    void SetMaterial(QorGraphicMaterial* iMaterial) { material = iMaterial; }
+    void SetMaterial(QorGraphicMaterial* iMaterial);
 
     [[nodiscard]] Qor3DBoundingBox GetBoundingBox() const override {
         return mesh->GetBoundingBox();

@@ -219,13 +219,13 @@ QorMathRay Qor3DManipulator::RayUnder(const QorMouseEvent& iMouse) const {
     float width = 0.0F;
     float height = 0.0F;
     GetViewer()->GetGraphicSize(width, height);
-    return GetViewer()->GetMain3DViewpoint()->GetEyeRay(iMouse.pixel, width, height);
+    return held->GetEyeRay(iMouse.pixel, width, height);
 }
 
 QorMathPoint Qor3DManipulator::Grasp(const QorMouseEvent& iMouse) const {
     const QorMathRay ray = RayUnder(iMouse);
     const QorMathPoint& origin = startPosition.GetOrigin();
-    const QorMathVector sight = GetViewer()->GetMain3DViewpoint()->GetSight();
+    const QorMathVector sight = held->GetSight();
     switch (mode) {
     case Mode::AxisTranslation:
         return OnLine(ray, origin, startPosition.GetThirdDirection());
@@ -255,7 +255,8 @@ QorMathPoint Qor3DManipulator::OnBall(const QorMathRay& iRay,
 void Qor3DManipulator::BeginDrag(const QorMouseEvent& iMouse,
                                  const std::vector<QorVar<QorRep>>& /*iPath*/) {
     startPosition = position;
-    const QorMathVector sight = GetViewer()->GetMain3DViewpoint()->GetSight();
+    held = GetViewer()->Get3DViewpointAt(iMouse.pixel);
+    const QorMathVector sight = held->GetSight();
     const QorMathRay ray = RayUnder(iMouse);
     const double across = (OnPlane(ray, position.GetOrigin(), sight) - position.GetOrigin()).Norm();
     // The ball must hold the pointer with room to turn, whatever part of the arrow was taken.

@@ -251,6 +251,7 @@ private:
     OnBall(const QorMathRay& iRay, const QorMathPoint& iCenter, const QorMathVector& iSight) const;
 
     Qor3DRep_var rep;
+    QorVar<Qor3DViewpoint> held; ///< in which the drag began
     QorMathAxis position;
     QorMathAxis startPosition;
     QorMathPoint startPoint;

@@ -3,9 +3,7 @@
 #include "platform/vis/QorContentId.h"
 #include "platform/vis/QorMeshTree.h"
 
-#include <atomic>
 #include <cmath>
-#include <mutex>
 
 QorImplementClass(QorMesh, QorBaseUnknown)
 
@@ -32,34 +30,35 @@ void KeepSound(const QorMesh::Data& iData,
     ioIndices.resize(kept);
 }
 
+void KeepSound(QorMesh::Data& ioData) {
+    KeepSound(ioData, ioData.indices, 3);
+    KeepSound(ioData, ioData.edges, 2);
+    const std::size_t vertices = ioData.positions.size() / 3;
+    if (ioData.normals.size() != 3 * vertices)
+        ioData.normals.clear();
+    if (ioData.textureUv.size() != 2 * vertices)
+        ioData.textureUv.clear();
+    if (ioData.textureUv2.size() != 2 * vertices)
+        ioData.textureUv2.clear();
+    if (ioData.colors.size() != 4 * vertices)
+        ioData.colors.clear();
+}
+
 } // namespace
 
-QorMesh::QorMesh(Data iData) : data(std::move(iData)), contentId(QorNewContentId()) {
-    KeepSound(data, data.indices, 3);
-    KeepSound(data, data.edges, 2);
-    const std::size_t vertices = data.positions.size() / 3;
-    if (data.normals.size() != 3 * vertices)
-        data.normals.clear();
-    if (data.textureUv.size() != 2 * vertices)
-        data.textureUv.clear();
-    for (const std::uint32_t index : data.indices) {
+QorMesh::QorMesh(Data iData) : contentId(QorNewContentId()) {
+    KeepSound(iData);
+    data = std::make_shared<const Data>(std::move(iData));
+    tree = std::make_shared<const QorMeshTree>(data);
+    for (const std::uint32_t index : data->indices) {
         const std::size_t at = 3 * static_cast<std::size_t>(index);
-        box.Add(QorMathPoint{data.positions[at], data.positions[at + 1], data.positions[at + 2]});
+        box.Add(
+            QorMathPoint{data->positions[at], data->positions[at + 1], data->positions[at + 2]});
     }
 }
 
 QorMesh::~QorMesh() = default;
 
 double QorMesh::Intersect(const QorMathRay& iRay, double iFarthest) const {
-    static std::mutex building; // one tree at a time: picking is rare, and memory for two is not
-    std::shared_ptr<const QorMeshTree> built = std::atomic_load(&tree);
-    if (!built) {
-        const std::scoped_lock lock(building);
-        built = std::atomic_load(&tree);
-        if (!built) {
-            built = std::make_shared<const QorMeshTree>(data);
-            std::atomic_store(&tree, built);
-        }
-    }
-    return built->Intersect(iRay, iFarthest);
+    return tree->Intersect(iRay, iFarthest);
 }

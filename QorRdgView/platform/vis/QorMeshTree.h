@@ -1,49 +1,27 @@
 #pragma once
 
-#include "platform/vis/QorMesh.h"
+#include "platform/vis/QorMeshHierarchy.h"
 
-#include <array>
-
-/// A bounding-volume hierarchy over the triangles of a mesh, for picking.
-/// Method: binned surface-area heuristic, Wald 2007, "On fast Construction of SAH-based Bounding
-/// Volume Hierarchies". Intersection of a triangle: Möller and Trumbore 1997.
-class QorMeshTree {
+/// A mesh's triangles and, once it is made, their tree. Small trees are made on first use, large
+/// ones on a thread of this library's own, so that nobody waits: until then every triangle is
+/// looked at. Thread-safe.
+class QorMeshTree : public std::enable_shared_from_this<QorMeshTree> {
 public:
-    /// \p iData outlives the tree.
-    explicit QorMeshTree(const QorMesh::Data& iData);
+    /// From so many triangles on making a tree takes longer than a frame.
+    static constexpr std::size_t large = 30000;
+
+    explicit QorMeshTree(std::shared_ptr<const QorMesh::Data> iData) : data(std::move(iData)) {}
 
     /// As QorMesh::Intersect.
     [[nodiscard]] double Intersect(const QorMathRay& iRay, double iFarthest) const;
 
+    [[nodiscard]] bool HasTree() const { return std::atomic_load(&tree) != nullptr; }
+
+    /// Makes the tree unless it is there, or \p iStop is set meanwhile.
+    void MakeTree(const std::atomic<bool>* iStop = nullptr) const;
+
 private:
-    struct Box {
-        std::array<float, 3> low;
-        std::array<float, 3> high;
-    };
-
-    /// Inner nodes have their children at `first` and `first + 1`; leaves have `count` triangles
-    /// from `first`.
-    struct Node {
-        Box box;
-        std::uint32_t first;
-        std::uint32_t count;
-    };
-
-    struct Item {
-        Box box;
-        std::array<float, 3> center;
-        std::uint32_t triangle;
-    };
-
-    static void Grow(Box& ioBox, const Box& iOther);
-    [[nodiscard]] Box BoxOf(std::uint32_t iTriangle) const;
-    void Build(std::uint32_t iNode, std::uint32_t iBegin, std::uint32_t iEnd, int iDepth);
-    /// Where to part the items of a node; iEnd when they are better kept together.
-    [[nodiscard]] std::uint32_t Split(const Box& iBox, std::uint32_t iBegin, std::uint32_t iEnd);
-    [[nodiscard]] double IntersectTriangle(std::uint32_t iTriangle, const QorMathRay& iRay) const;
-    [[nodiscard]] QorMathPoint Corner(std::uint32_t iTriangle, std::uint32_t iCorner) const;
-
-    const QorMesh::Data& data;
-    std::vector<Node> nodes;
-    std::vector<Item> items;
+    const std::shared_ptr<const QorMesh::Data> data;
+    mutable std::shared_ptr<const QorMeshHierarchy> tree;
+    mutable std::atomic<bool> isWanted = false;
 };

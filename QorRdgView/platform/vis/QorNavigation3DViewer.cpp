@@ -1,5 +1,7 @@
 #include "platform/vis/QorNavigation3DViewer.h"
 
+#include "platform/vis/QorViewerClickNotification.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -7,6 +9,9 @@
 #include <utility>
 
 QorImplementClass(QorNavigation3DViewer, Qor3DViewer)
+
+const QorEventName QorNavigation3DViewer::VIEWER_PART_CLICKED = "VIEWER_PART_CLICKED";
+const QorEventName QorNavigation3DViewer::VIEWER_NOTHING_CLICKED = "VIEWER_NOTHING_CLICKED";
 
 namespace {
 
@@ -17,11 +22,10 @@ constexpr double wheelFactor = 0.85;   // what a step forwards leaves of the dis
 
 QorNavigation3DViewer::QorNavigation3DViewer(
     QorCommand* iFather, const QorString& iName, QorDlgStyle iStyle, float iWidth, float iHeight)
-    : Qor3DViewer(iFather, iName, iStyle, iWidth, iHeight)
-    , animation(*GetMain3DViewpoint(), [this] { Draw(); }) {}
+    : Qor3DViewer(iFather, iName, iStyle, iWidth, iHeight) {}
 
 QorNavigation3DViewer::~QorNavigation3DViewer() {
-    animation.Stop();
+    changes.clear();
     AnnounceEnd();
 }
 
@@ -30,25 +34,76 @@ void QorNavigation3DViewer::SetTreeDisplay(bool iOn) {
         GetCallbackManager()->DispatchCallbacks(iOn ? TREE_DISPLAY_ON : TREE_DISPLAY_OFF, this);
 }
 
+Qor3DViewpoint* QorNavigation3DViewer::GetActive3DViewpoint() const {
+    return active ? active.Get() : GetMain3DViewpoint();
+}
+
+Qor3DViewpoint* QorNavigation3DViewer::Activate(const QorMathPoint2D& iPixel) {
+    active = Get3DViewpointAt(iPixel);
+    return active;
+}
+
+Qor3DViewpoint::Part QorNavigation3DViewer::PartOf(const Qor3DViewpoint& iViewpoint) const {
+    float width = 0.0F;
+    float height = 0.0F;
+    GetGraphicSize(width, height);
+    return iViewpoint.GetPart(width, height);
+}
+
+QorNavigation3DViewer::Change*
+QorNavigation3DViewer::FindChange(const Qor3DViewpoint* iViewpoint) const {
+    const auto found = std::find_if(changes.begin(), changes.end(), [&](const auto& iChange) {
+        return iChange->viewpoint.Get() == iViewpoint;
+    });
+    return found != changes.end() ? found->get() : nullptr;
+}
+
 QorView QorNavigation3DViewer::GetView() const {
-    return animation.IsRunning() ? changeTo : QorView::Of(*GetMain3DViewpoint());
+    const Change* change = FindChange(GetActive3DViewpoint());
+    return change != nullptr && change->animation.IsRunning()
+               ? change->to
+               : QorView::Of(*GetActive3DViewpoint());
 }
 
 void QorNavigation3DViewer::ChangeView(const QorView& iView) {
     const QorVar<QorNavigation3DViewer> alive(this);
-    changeTo = iView;
-    animation.Start(iView);
+    const Qor3DViewpoint_var viewpoint(GetActive3DViewpoint());
+    Change* change = FindChange(viewpoint);
+    if (change == nullptr)
+        change =
+            changes.emplace_back(std::make_unique<Change>(viewpoint, [this] { Draw(); })).get();
+    change->to = iView;
+    change->animation.Start(iView);
+}
+
+void QorNavigation3DViewer::StopChangeOf(const Qor3DViewpoint* iViewpoint) {
+    if (Change* change = FindChange(iViewpoint))
+        change->animation.Stop();
+}
+
+void QorNavigation3DViewer::SplitViewpoints(int iCount) {
+    const QorVar<QorNavigation3DViewer> alive(this);
+    // Gestures and changes belong to parts that will be others.
+    gesture.reset();
+    changes.clear();
+    for (const QorVar<QorViewpoint>& one : Get3DViewpoints())
+        one->SetAnimated(false);
+    active.Reset();
+    Qor3DViewer::SplitViewpoints(iCount);
 }
 
 void QorNavigation3DViewer::ShowStandardView(QorStandardView iView) {
-    const auto ratio = static_cast<double>(GetSupport()->GetRatioWH());
-    ChangeView(QorSeenFrom(iView, GetVertical(), GetView()).Fitted(GetProductBox(), ratio));
+    ChangeView(QorSeenFrom(iView, GetVertical(), GetView())
+                   .Fitted(GetProductBox(), PartOf(*GetActive3DViewpoint()).Ratio()));
 }
 
 void QorNavigation3DViewer::FitAll() {
-    const Qor3DBoundingBox box = GetProductBox();
-    if (!box.IsEmpty())
-        ChangeView(GetView().Fitted(box, static_cast<double>(GetSupport()->GetRatioWH())));
+    Fit(GetProductBox());
+}
+
+void QorNavigation3DViewer::Fit(const Qor3DBoundingBox& iBox) {
+    if (!iBox.IsEmpty())
+        ChangeView(GetView().Fitted(iBox, PartOf(*GetActive3DViewpoint()).Ratio()));
 }
 
 void QorNavigation3DViewer::ShowProjection(Qor3DViewpoint::Projection iProjection) {
@@ -68,6 +123,7 @@ bool QorNavigation3DViewer::Navigate(const QorMouseEvent& iMouse) {
     case Action::Press:
         return BeginGesture(iMouse);
     case Action::DoubleClick:
+        Activate(iMouse.pixel);
         if (iMouse.button == QorMouseEvent::Button::Left && !ProductUnder(iMouse.pixel))
             FitAll();
         return BeginGesture(iMouse);
@@ -89,7 +145,7 @@ bool QorNavigation3DViewer::BeginGesture(const QorMouseEvent& iMouse) {
         return true; // the button that came first goes on
     const bool pans =
         iMouse.button == Button::Right || (iMouse.button == Button::Middle && iMouse.shift);
-    gesture = Gesture{pans ? GestureKind::Pan : GestureKind::Orbit, iMouse};
+    gesture = Gesture{pans ? GestureKind::Pan : GestureKind::Orbit, iMouse, Activate(iMouse.pixel)};
     return true;
 }
 
@@ -105,16 +161,18 @@ bool QorNavigation3DViewer::MoveGesture(const QorMouseEvent& iMouse) {
     if (!gesture->moved) {
         if (!IsMovement(iMouse))
             return true;
-        animation.Stop();
+        const Qor3DViewpoint_var viewpoint = gesture->viewpoint;
+        StopChangeOf(viewpoint);
         gesture->moved = true;
-        gesture->start = QorView::Of(*GetMain3DViewpoint());
+        gesture->start = QorView::Of(*viewpoint);
         const std::optional<QorMathPoint> grip = ProductUnder(gesture->press.pixel);
-        gesture->pivot = grip.value_or(GetMain3DViewpoint()->GetTarget());
-        GetMain3DViewpoint()->SetAnimated(true);
+        gesture->pivot = grip.value_or(viewpoint->GetTarget());
+        viewpoint->SetAnimated(true);
         if (!gesture)
             return true; // whoever was told has ended it
     }
-    Show(gesture->kind == GestureKind::Orbit ? Orbited(iMouse) : Panned(iMouse));
+    Show(*gesture->viewpoint,
+         gesture->kind == GestureKind::Orbit ? Orbited(iMouse) : Panned(iMouse));
     return true;
 }
 
@@ -123,32 +181,44 @@ bool QorNavigation3DViewer::EndGesture(const QorMouseEvent& iMouse) {
         return false;
     MoveGesture(iMouse);
     const bool moved = gesture && gesture->moved;
+    const bool clicked = gesture && !moved &&
+                         gesture->press.button == QorMouseEvent::Button::Left &&
+                         gesture->press.action == QorMouseEvent::Action::Press;
+    const Qor3DViewpoint_var viewpoint = gesture ? gesture->viewpoint : nullptr;
     gesture.reset();
     if (moved)
-        GetMain3DViewpoint()->SetAnimated(false);
+        viewpoint->SetAnimated(false);
+    if (clicked)
+        TellOfClick(iMouse);
     return moved;
 }
 
+void QorNavigation3DViewer::TellOfClick(const QorMouseEvent& iMouse) {
+    QorPickPath path = PickProduct(iMouse.pixel).path;
+    const bool onPart = !path.empty();
+    const auto click = QorMake<QorViewerClickNotification>(std::move(path), iMouse);
+    GetCallbackManager()->DispatchCallbacks(onPart ? VIEWER_PART_CLICKED : VIEWER_NOTHING_CLICKED,
+                                            this, click);
+}
+
 QorView QorNavigation3DViewer::Orbited(const QorMouseEvent& iMouse) const {
-    float width = 0.0F;
-    float height = 0.0F;
-    GetGraphicSize(width, height);
-    const double radiansByPixel = std::numbers::pi / std::max(1.0, static_cast<double>(height));
+    const double radiansByPixel =
+        std::numbers::pi / std::max(1.0, PartOf(*gesture->viewpoint).height);
     const QorMathPoint2D way = iMouse.pixel - gesture->press.pixel;
     return gesture->start.Orbited(gesture->pivot, GetVertical(), -way.x * radiansByPixel,
                                   way.y * radiansByPixel);
 }
 
 QorView QorNavigation3DViewer::Panned(const QorMouseEvent& iMouse) const {
-    float width = 0.0F;
-    float height = 0.0F;
-    GetGraphicSize(width, height);
+    const Qor3DViewpoint::Part part = PartOf(*gesture->viewpoint);
     const Qor3DViewpoint_var start = QorMake<Qor3DViewpoint>();
     gesture->start.ApplyTo(*start);
     const QorMathVector sight = start->GetSight();
     // The plane across the sight in which what was taken hold of stays under the pointer.
     const auto inPlane = [&](const QorMathPoint2D& iPixel) {
-        const QorMathRay ray = start->GetEyeRay(iPixel, width, height);
+        const QorMathRay ray =
+            start->GetEyeRay({iPixel.x - part.left, iPixel.y - part.top},
+                             static_cast<float>(part.width), static_cast<float>(part.height));
         const double depth = (gesture->pivot - ray.origin) * sight;
         return ray.origin + ray.direction * (depth / (ray.direction * sight));
     };
@@ -158,26 +228,39 @@ QorView QorNavigation3DViewer::Panned(const QorMouseEvent& iMouse) const {
 bool QorNavigation3DViewer::Zoom(const QorMouseEvent& iMouse) {
     if (iMouse.wheelSteps == 0.0)
         return false;
-    animation.Stop();
-    gesture.reset(); // its start is no more where the view was
-    GetMain3DViewpoint()->SetAnimated(true);
+    const Qor3DViewpoint_var viewpoint(Activate(iMouse.pixel));
+    StopChangeOf(viewpoint);
+    // The start of a drag is no more where the view was.
+    const Qor3DViewpoint_var dragged = gesture && gesture->moved ? gesture->viewpoint : nullptr;
+    gesture.reset();
+    if (dragged && !(dragged == viewpoint))
+        dragged->SetAnimated(false);
+    viewpoint->SetAnimated(true);
     const QorMathPoint point = ProductUnder(iMouse.pixel).value_or(AtTargetDepth(iMouse.pixel));
-    Show(
-        QorView::Of(*GetMain3DViewpoint()).Zoomed(point, std::pow(wheelFactor, iMouse.wheelSteps)));
-    GetMain3DViewpoint()->SetAnimated(false);
+    Show(*viewpoint,
+         QorView::Of(*viewpoint).Zoomed(point, std::pow(wheelFactor, iMouse.wheelSteps)));
+    viewpoint->SetAnimated(false);
     return true;
+}
+
+QorMathRay QorNavigation3DViewer::RayUnder(const QorMathPoint2D& iPixel) const {
+    float width = 0.0F;
+    float height = 0.0F;
+    GetGraphicSize(width, height);
+    return Get3DViewpointAt(iPixel)->GetEyeRay(iPixel, width, height);
+}
+
+QorPicker::Hit QorNavigation3DViewer::PickProduct(const QorMathPoint2D& iPixel) const {
+    return QorPicker::Pick(GetMain3DViewpoint()->GetRoot(), RayUnder(iPixel),
+                           std::numeric_limits<double>::infinity());
 }
 
 std::optional<QorMathPoint>
 QorNavigation3DViewer::ProductUnder(const QorMathPoint2D& iPixel) const {
-    float width = 0.0F;
-    float height = 0.0F;
-    GetGraphicSize(width, height);
-    const QorMathRay ray = GetMain3DViewpoint()->GetEyeRay(iPixel, width, height);
-    const double infinite = std::numeric_limits<double>::infinity();
-    const QorPicker::Hit hit = QorPicker::Pick(GetMain3DViewpoint()->GetRoot(), ray, infinite);
+    const QorPicker::Hit hit = PickProduct(iPixel);
     if (hit.distance < 0.0)
         return std::nullopt;
+    const QorMathRay ray = RayUnder(iPixel);
     return ray.origin + ray.direction * hit.distance;
 }
 
@@ -187,11 +270,11 @@ QorMathPoint QorNavigation3DViewer::AtTargetDepth(const QorMathPoint2D& iPixel) 
     GetGraphicSize(width, height);
     QorMathPoint near;
     QorMathPoint far;
-    GetMain3DViewpoint()->ComputeModelFromDeviceEvent(iPixel, width, height, near, far);
+    Get3DViewpointAt(iPixel)->ComputeModelFromDeviceEvent(iPixel, width, height, near, far);
     return far;
 }
 
-void QorNavigation3DViewer::Show(const QorView& iView) {
-    iView.ApplyTo(*GetMain3DViewpoint());
+void QorNavigation3DViewer::Show(Qor3DViewpoint& ioViewpoint, const QorView& iView) {
+    iView.ApplyTo(ioViewpoint);
     Draw();
 }

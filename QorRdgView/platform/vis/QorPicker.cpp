@@ -1,7 +1,9 @@
 #include "platform/vis/QorPicker.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -67,6 +69,37 @@ private:
     QorPickPath path;
 };
 
+/// Narrows the way along a ray, from \p ioNear to \p ioFar, to what lies between two planes across
+/// an axis.
+void Narrow(
+    double iOrigin, double iDirection, double iLow, double iHigh, double& ioNear, double& ioFar) {
+    if (iDirection == 0.0) {
+        if (iOrigin < iLow || iOrigin > iHigh)
+            ioFar = -1.0;
+        return;
+    }
+    const double first = (iLow - iOrigin) / iDirection;
+    const double second = (iHigh - iOrigin) / iDirection;
+    ioNear = std::max(ioNear, std::min(first, second));
+    ioFar = std::min(ioFar, std::max(first, second));
+}
+
+/// Where a ray comes into a box, in multiples of its direction; negative when it misses it or comes
+/// to it beyond \p iFarthest.
+double Enter(const Qor3DBoundingBox& iBox, const QorMathRay& iRay, double iFarthest) {
+    // A plate that was turned may lie a rounding beside the box that was turned.
+    const QorMathVector extent = iBox.Extent();
+    const double room = 1.0e-9 * (extent.x + extent.y + extent.z);
+    const QorMathPoint low = iBox.low - QorMathVector{room, room, room};
+    const QorMathPoint high = iBox.high + QorMathVector{room, room, room};
+    double near = 0.0;
+    double far = iFarthest;
+    Narrow(iRay.origin.x, iRay.direction.x, low.x, high.x, near, far);
+    Narrow(iRay.origin.y, iRay.direction.y, low.y, high.y, near, far);
+    Narrow(iRay.origin.z, iRay.direction.z, low.z, high.z, near, far);
+    return near <= far ? near : -1.0;
+}
+
 class Picker3D : public QorRepVisitor3D {
 public:
     Picker3D(const QorMathRay& iRay, double iFarthest) : ray(iRay), farthest(iFarthest) {}
@@ -80,8 +113,7 @@ public:
         // space.
         ray = {inverse.Apply(outer.origin), inverse.ApplyToVector(outer.direction)};
         path.push_back(Handle(iRep));
-        for (const Qor3DRep_var& child : iRep.GetChildren())
-            child->Accept(*this);
+        VisitFromNearToFar(iRep.GetChildren());
         path.pop_back();
         ray = outer;
     }
@@ -110,6 +142,20 @@ public:
     QorPicker::Hit hit;
 
 private:
+    /// Visits those whose boxes the ray meets, as long as nothing nearer has been hit.
+    void VisitFromNearToFar(const std::vector<Qor3DRep_var>& iChildren) {
+        std::vector<std::pair<double, const Qor3DRep*>> met;
+        for (const Qor3DRep_var& child : iChildren) {
+            const double enters = Enter(child->GetBoundingBox(), ray, farthest);
+            if (enters >= 0.0)
+                met.emplace_back(enters, child.Get());
+        }
+        std::sort(met.begin(), met.end());
+        for (const auto& [enters, child] : met)
+            if (enters <= farthest)
+                child->Accept(*this);
+    }
+
     template <class Rep>
     void Leaf(const Rep& iRep, double iDistance) {
         if (!(iDistance >= 0.0) || !(iDistance < farthest))

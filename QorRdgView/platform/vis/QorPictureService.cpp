@@ -16,3 +16,11 @@ QorPictureService& QorPictureService::Get() {
 void QorPictureService::Install(QorPictureService* iService) {
     installed = iService;
 }
+
+int QorPictureService::WriteWatched(const QorPixelImage& iImage,
+                                    const QorString& iFormat,
+                                    const QorUnicodeString& iPath,
+                                    const Watcher& /*iWatcher*/,
+                                    QorUnicodeString& oError) {
+    return Write(iImage, iFormat, iPath, oError);
+}

@@ -2,6 +2,8 @@
 
 #include "platform/vis/QorPixelImage.h"
 
+#include <functional>
+
 /// Picture files, as a host offers them. Callable from any thread. Without a host a service of the
 /// library's own reads and writes uncompressed TGA and resamples by area.
 class QorPictureService {
@@ -21,6 +23,15 @@ public:
                                     const QorString& iFormat,
                                     const QorUnicodeString& iPath,
                                     QorUnicodeString& oError) = 0;
+    /// Told how far a long write is, 0 to 100, on the thread that writes; false gives it up.
+    using Watcher = std::function<bool(int iPercent)>;
+    /// The same for a picture that takes a while. Given up, it answers a code that is not 0 and
+    /// leaves no file. A service that cannot tell writes without calling \p iWatcher.
+    [[nodiscard]] virtual int WriteWatched(const QorPixelImage& iImage,
+                                           const QorString& iFormat,
+                                           const QorUnicodeString& iPath,
+                                           const Watcher& iWatcher,
+                                           QorUnicodeString& oError);
     [[nodiscard]] virtual QorPixelImage*
     Resize(const QorPixelImage& iImage, int iWidth, int iHeight) = 0;
 

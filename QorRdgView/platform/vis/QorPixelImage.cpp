@@ -1,9 +1,11 @@
 #include "platform/vis/QorPixelImage.h"
 
+#include "platform/system/QorPaths.h"
 #include "platform/vis/QorContentId.h"
 #include "platform/vis/QorPictureService.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 QorImplementClass(QorPixelImage, QorBaseUnknown)
@@ -42,6 +44,7 @@ QorPixelImage& QorPixelImage::operator=(const QorPixelImage& iOther) {
     channels = iOther.channels;
     pixels = iOther.pixels;
     contentId = iOther.contentId;
+    pixelsPerInch = iOther.pixelsPerInch;
     return *this;
 }
 
@@ -50,14 +53,26 @@ void QorPixelImage::GetSize(int& oWidth, int& oHeight) const {
     oHeight = height;
 }
 
+void QorPixelImage::SetPixelsPerInch(double iPixels) {
+    pixelsPerInch = iPixels > 0.0 && std::isfinite(iPixels) ? iPixels : 0.0;
+}
+
 QorPixelImage* QorPixelImage::CreateFromFile(const QorUnicodeString& iPath) {
+    QorFileInfo file;
+    if (QorGetFileInfo(iPath, &file) == 0 && !file.isRegular)
+        return nullptr; // a pipe or a device could keep its reader waiting for ever
     QorUnicodeString error;
     return QorPictureService::Get().Read(iPath, error);
 }
 
-int QorPixelImage::WriteToFile(const QorString& iFormat, const QorUnicodeString& iPath) const {
+int QorPixelImage::WriteToFile(const QorString& iFormat,
+                               const QorUnicodeString& iPath,
+                               QorUnicodeString* oError) const {
     QorUnicodeString error;
-    return QorPictureService::Get().Write(*this, iFormat, iPath, error);
+    const int result = QorPictureService::Get().Write(*this, iFormat, iPath, error);
+    if (result != 0 && oError != nullptr)
+        *oError = error;
+    return result;
 }
 
 QorPixelImage* QorPixelImage::Resize(int iWidth, int iHeight) const {
@@ -74,6 +89,8 @@ QorPixelImage* QorPixelImage::ExtractRegion(int iX1, int iY1, int iX2, int iY2) 
     const int bottom = std::min(height, height - std::max(iY1, 0));
     if (left >= right || top >= bottom)
         return nullptr;
+    if (right - left == width && bottom - top == height)
+        return new QorPixelImage(*this); // shares the pixels
     const auto rowSize =
         static_cast<std::size_t>(right - left) * static_cast<std::size_t>(channels);
     const auto rows = static_cast<std::size_t>(bottom - top);
@@ -85,5 +102,7 @@ QorPixelImage* QorPixelImage::ExtractRegion(int iX1, int iY1, int iX2, int iY2) 
             static_cast<std::size_t>(channels);
         std::memcpy(cut->data() + row * rowSize, pixels->data() + from, rowSize);
     }
-    return new QorPixelImage(right - left, bottom - top, channels, std::move(cut));
+    auto* region = new QorPixelImage(right - left, bottom - top, channels, std::move(cut));
+    region->pixelsPerInch = pixelsPerInch;
+    return region;
 }

@@ -39,17 +39,27 @@ class QorPixelImage : public QorBaseUnknown {
     /// Identity of the pixels: equal for pictures that share them, never used again.
     [[nodiscard]] std::uint64_t GetContentId() const { return contentId; }
 
+    /// How large the picture is meant to be seen, in pixels an inch; 0 when it is not known. Files
+    /// that can hold it do.
+    [[nodiscard]] double GetPixelsPerInch() const { return pixelsPerInch; }
+
+    /// Anything but a positive number makes it unknown.
+    void SetPixelsPerInch(double iPixels);
+
     /// Reads a picture file through the host's picture service; null when it cannot be read. The
     /// reference belongs to the caller.
     [[nodiscard]] static QorPixelImage* CreateFromFile(const QorUnicodeString& iPath);
     /// Writes the picture under a format keyword ("PNG", "TIFFPB" …): beside the target, then
     /// renamed. 0, or what the service answers on failure. Format keywords: see QorPictureService.
-    [[nodiscard]] int WriteToFile(const QorString& iFormat, const QorUnicodeString& iPath) const;
+    /// \p oError, if it is wanted, says why then.
+    [[nodiscard]] int WriteToFile(const QorString& iFormat,
+                                  const QorUnicodeString& iPath,
+                                  QorUnicodeString* oError = nullptr) const;
     /// A new picture of that size, smoothly resampled; null when a side is not positive or memory
     /// is short.
     [[nodiscard]] QorPixelImage* Resize(int iWidth, int iHeight) const;
     /// A new picture of the columns iX1..iX2 from the left and rows iY1..iY2 from the bottom (the
-    /// upper limits excluded), clipped to the picture; null when nothing is left.
+    /// upper limits excluded), clipped to the picture and as dense; null when nothing is left.
     [[nodiscard]] QorPixelImage* ExtractRegion(int iX1, int iY1, int iX2, int iY2) const;
 
 protected:
@@ -61,6 +71,7 @@ private:
     int channels = 0;
     std::shared_ptr<const Pixels> pixels;
     std::uint64_t contentId = 0;
+    double pixelsPerInch = 0.0;
 };
 
 QorDeclareHandle(QorPixelImage);

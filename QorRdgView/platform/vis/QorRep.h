@@ -5,10 +5,23 @@
 #include "platform/vis/QorBoundingBox.h"
 #include "platform/vis/QorGraphicAttributeSet.h"
 
+#include <cstdint>
 #include <vector>
 
 class QorRepVisitor2D;
 class QorRepVisitor3D;
+
+/// What of a representation changed: how it looks alone, or where it is and how far it reaches too.
+enum class QorRepChange { Look, Extent };
+
+/// Told of the changes of a representation in space and of all that it holds.
+class QorRepWatcher {
+public:
+    virtual void RepChanged(QorRepChange iChange) = 0;
+
+protected:
+    ~QorRepWatcher() = default;
+};
 
 /// Something shown by a viewpoint. Counted; a viewpoint or bag holds a reference while it shows it.
 class QorRep : public QorBaseUnknown {
@@ -21,11 +34,17 @@ class QorRep : public QorBaseUnknown {
 
     [[nodiscard]] const QorGraphicAttributeSet& GetAttributes() const { return attributes; }
 
-    void SetAttributes(const QorGraphicAttributeSet& iAttributes) { attributes = iAttributes; }
+    void SetAttributes(const QorGraphicAttributeSet& iAttributes);
 
     [[nodiscard]] bool IsShown() const { return shown; }
 
-    void SetShown(bool iShown) { shown = iShown; }
+    void SetShown(bool iShown);
+
+    /// Whether it is to stand out, as what is selected does. A highlighted bag highlights all that
+    /// it holds.
+    [[nodiscard]] bool IsHighlighted() const { return highlighted; }
+
+    void SetHighlighted(bool iHighlighted);
 
     /// Whether picking finds it.
     [[nodiscard]] bool IsPickable() const { return pickable; }
@@ -35,13 +54,18 @@ class QorRep : public QorBaseUnknown {
 protected:
     ~QorRep() override = default;
 
+    /// Called after every change.
+    virtual void Touched(QorRepChange /*iChange*/) {}
+
 private:
     QorGraphicAttributeSet attributes;
     bool shown = true;
+    bool highlighted = false;
     bool pickable = true;
 };
 
-/// A representation in the plane of a 2D viewpoint: model units, y upwards.
+/// A representation in the plane of a 2D viewpoint: model units, y upwards. Whoever changes one has
+/// its viewer drawn anew.
 class Qor2DRep : public QorRep {
     QorDeclareClass(Qor2DRep)
 
@@ -63,11 +87,24 @@ private:
     Qor2DBoundingBox givenBox;
 };
 
-/// A representation in model space.
+/// A representation in model space. A change has the viewers that show it drawn anew.
 class Qor3DRep : public QorRep {
     QorDeclareClass(Qor3DRep)
 
-    Qor3DRep() = default;
+    Qor3DRep();
+    /// A copy looks the same; nobody watches it yet.
+    Qor3DRep(const Qor3DRep& iOther);
+    Qor3DRep& operator=(const Qor3DRep& iOther);
+
+    /// Another, greater number after every change of the representation or of what it holds;
+    /// unchanged when only its surroundings change. What is inside a material does not count, see
+    /// QorGraphicMaterial::GetContentId. Costs nothing to ask.
+    [[nodiscard]] std::uint64_t GetRevision() const { return revision; }
+
+    /// \p iWatcher is told of every change until it is removed; it outlives that.
+    void AddWatcher(QorRepWatcher* iWatcher);
+    void RemoveWatcher(QorRepWatcher* iWatcher);
+    [[nodiscard]] bool IsWatchedBy(const QorRepWatcher* iWatcher) const;
 
     virtual void Accept(QorRepVisitor3D& ioVisitor) const;
 
@@ -76,6 +113,11 @@ class Qor3DRep : public QorRep {
 
 protected:
     ~Qor3DRep() override = default;
+    void Touched(QorRepChange iChange) override;
+
+private:
+    std::uint64_t revision;
+    std::vector<QorRepWatcher*> watchers; ///< mostly one: the bag that holds it
 };
 
 QorDeclareHandle(Qor2DRep);

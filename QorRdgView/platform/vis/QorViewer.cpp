@@ -28,6 +28,8 @@ QorViewer::QorViewer(
 
 QorViewer::~QorViewer() {
     AnnounceEnd();
+    for (const QorVar<QorViewpoint>& viewpoint : added)
+        Unwatch(viewpoint);
     for (QorManipulator* manipulator : manipulators)
         manipulator->viewer = nullptr;
 }
@@ -51,15 +53,37 @@ void QorViewer::AddViewpoint(QorViewpoint* iViewpoint) {
             return iOther->GetPriority() > iViewpoint->GetPriority();
         });
     added.insert(place, viewpoint);
+    Watch(viewpoint);
 }
 
 void QorViewer::RemoveViewpoint(QorViewpoint* iViewpoint) {
-    std::erase_if(added,
-                  [&](const QorVar<QorViewpoint>& iOther) { return iOther.Get() == iViewpoint; });
+    const auto place =
+        std::find_if(added.begin(), added.end(), [&](const QorVar<QorViewpoint>& iOther) {
+            return iOther.Get() == iViewpoint;
+        });
+    if (place == added.end())
+        return;
+    Unwatch(iViewpoint);
+    added.erase(place);
+}
+
+void QorViewer::Watch(QorViewpoint* iViewpoint) {
+    if (auto* solid = dynamic_cast<Qor3DViewpoint*>(iViewpoint))
+        solid->GetRoot().AddWatcher(this);
+}
+
+void QorViewer::Unwatch(QorViewpoint* iViewpoint) {
+    if (auto* solid = dynamic_cast<Qor3DViewpoint*>(iViewpoint))
+        solid->GetRoot().RemoveWatcher(this);
+}
+
+void QorViewer::RepChanged(QorRepChange /*iChange*/) {
+    Draw();
 }
 
 void QorViewer::SetBackgroundColor(const QorColor& iColor) {
     background = iColor;
+    backgroundIsSet = true;
     Draw();
 }
 
@@ -147,6 +171,17 @@ QorManipulator* QorViewer::PickManipulator(const QorMathPoint2D& iPixel, QorPick
             return iOne->IsPickable() && iOne->TakesRest();
         });
     return rest != manipulators.end() ? *rest : nullptr;
+}
+
+QorCursor QorViewer::GetCursor(const QorMathPoint2D& iPixel) const {
+    if (grabbed != nullptr && grabbed != indicator)
+        return grabbed->GetCursor();
+    // Most viewers have no manipulators, and looking for what is hit in space takes its time.
+    QorPickPath path;
+    const QorManipulator* under = manipulators.empty() ? nullptr : PickManipulator(iPixel, path);
+    if (under != nullptr && grabbed == nullptr && !under->TakesRest())
+        return under->GetCursor();
+    return indicator != nullptr ? QorCursor::Cross : QorCursor::Arrow;
 }
 
 bool QorViewer::HandleMouse(const QorMouseEvent& iMouse) {

@@ -5,11 +5,14 @@
 #include "platform/vis/QorPicker.h"
 #include "platform/vis/QorSupport.h"
 #include "platform/vis/QorViewpoint.h"
+#include "platform/vis/QorViewpointTiles.h"
 
 /// A widget that shows viewpoints: one main viewpoint and others laid over or under it. Its size is
 /// the support's; without a window it keeps the size it was built with until it is resized. Picking
 /// and dragging are computed here, from device pixels, so that they work without a window.
-class QorViewer : public QorDialog {
+class QorViewer
+    : public QorDialog
+    , private QorRepWatcher {
     QorDeclareClass(QorViewer)
 
     static const QorEventName VIEWER_DESTROYED;      ///< while the viewer is still whole
@@ -33,7 +36,13 @@ class QorViewer : public QorDialog {
 
     [[nodiscard]] virtual Qor2DViewpoint* GetMain2DViewpoint() const { return nullptr; }
 
-    /// Lays a viewpoint over the main one (priority above 0), or under it (below 0). Holds a
+    /// The viewpoint that shows space at a pixel, the main one outside the viewer; null for a
+    /// viewer of the plane.
+    [[nodiscard]] virtual Qor3DViewpoint* Get3DViewpointAt(const QorMathPoint2D& /*iPixel*/) const {
+        return GetMain3DViewpoint();
+    }
+
+    /// Lays a viewpoint over the main one (priority 0 and above), or under it (below 0). Holds a
     /// reference.
     void AddViewpoint(QorViewpoint* iViewpoint);
     void RemoveViewpoint(QorViewpoint* iViewpoint);
@@ -46,6 +55,9 @@ class QorViewer : public QorDialog {
     void SetBackgroundColor(const QorColor& iColor);
 
     [[nodiscard]] const QorColor& GetBackgroundColor() const { return background; }
+
+    /// Whether a background colour has been set; a host may show one of its own until then.
+    [[nodiscard]] bool HasBackgroundColor() const { return backgroundIsSet; }
 
     /// Asks the host to draw the viewer anew, soon.
     void Draw();
@@ -62,6 +74,10 @@ class QorViewer : public QorDialog {
         return manipulators;
     }
 
+    /// The pointer over a pixel: that of the manipulator that is dragged or would be, else a cross
+    /// where the indicator draws, else the arrow.
+    [[nodiscard]] QorCursor GetCursor(const QorMathPoint2D& iPixel) const;
+
     /// A person's mouse: manipulators first, then the indicator, then navigation. Whether the event
     /// was used.
     virtual bool HandleMouse(const QorMouseEvent& iMouse);
@@ -73,6 +89,11 @@ protected:
     /// Dispatches VIEWER_DESTROYED, once. Destructors of derived classes call it while all of the
     /// viewer is there.
     void AnnounceEnd();
+
+    /// From now on, or no more, a change of what \p iViewpoint shows in space has the viewer drawn
+    /// anew. Null and viewpoints of the plane are ignored.
+    void Watch(QorViewpoint* iViewpoint);
+    void Unwatch(QorViewpoint* iViewpoint);
 
     /// What the viewer itself does with a mouse that nobody took.
     virtual bool Navigate(const QorMouseEvent& /*iMouse*/) { return false; }
@@ -88,6 +109,7 @@ protected:
 
 private:
     friend class QorManipulator;
+    void RepChanged(QorRepChange iChange) override;
     void AddManipulator(QorManipulator* iManipulator);
     void RemoveManipulator(QorManipulator* iManipulator);
     /// The best of the 2D manipulators under a pixel.
@@ -101,6 +123,7 @@ private:
     QorMouseEvent::Button grabbedBy = QorMouseEvent::Button::None;
     Qor2DIndicator* indicator = nullptr;
     QorColor background{255, 255, 255, 255};
+    bool backgroundIsSet = false;
     unsigned long drawCount = 0;
     bool endAnnounced = false;
 };
@@ -149,6 +172,23 @@ class Qor3DViewer : public QorViewer {
 
     [[nodiscard]] Qor3DViewpoint* GetMain3DViewpoint() const override { return main; }
 
+    /// The viewer answers QorI3DMultiViewpointViewer too, unless an extension does.
+    QorResult QueryInterface(const QorInterfaceId& iInterface, void** oInterface) override;
+
+    /// The main viewpoint first, then those that a split has added.
+    [[nodiscard]] std::vector<QorVar<QorViewpoint>> Get3DViewpoints() const {
+        return tiles.GetViewpoints();
+    }
+
+    [[nodiscard]] Qor3DViewpoint* Get3DViewpointAt(const QorMathPoint2D& iPixel) const override;
+
+    /// Shows the product from that many sides, 1 to 4, each viewpoint in its part of the viewer; 1
+    /// gives all of it back to the main one. Other numbers are brought there. New viewpoints see
+    /// all of the product from the front, from above and from the right, in parallel. For whoever
+    /// subscribed the main viewpoint has moved.
+    virtual void SplitViewpoints(int iCount);
+    void UserResizeViewer(float iWidth, float iHeight) override;
+
     void AddRep(Qor3DRep* iRep);
     void RemoveRep(Qor3DRep* iRep);
 
@@ -169,6 +209,11 @@ class Qor3DViewer : public QorViewer {
     /// Holds a reference of its own.
     void SetTexture(QorGraphicMaterial* iTexture) { texture = iTexture; }
 
+    /// Whether the parts' own edges are drawn over their surfaces; they are at first.
+    [[nodiscard]] bool AreEdgesShown() const { return edgesShown; }
+
+    void SetEdgesShown(bool iShown);
+
     /// The ground shown, or null.
     [[nodiscard]] QorRsc3DGroundRep* GetGround() const { return ground; }
 
@@ -180,10 +225,12 @@ protected:
 
 private:
     Qor3DViewpoint_var main = QorMake<Qor3DViewpoint>();
+    QorViewpointTiles tiles{*this, main};
     QorMathVector vertical{0.0, 0.0, 1.0};
     float ambient[3] = {0.2F, 0.2F, 0.2F};
     Qor3DLightSourceRep_var light1;
     Qor3DLightSourceRep_var light2;
     QorVar<QorGraphicMaterial> texture;
     QorRsc3DGroundRep_var ground;
+    bool edgesShown = true;
 };

@@ -161,12 +161,26 @@ QorMathTransformation Qor3DViewpoint::GetEyeFrame() const {
     return {{{right, back ^ right, back}}, eye};
 }
 
+Qor3DViewpoint::Part Qor3DViewpoint::GetPart(float iWidth, float iHeight) const {
+    float x = 0.0F;
+    float y = 0.0F;
+    float width = 0.0F;
+    float height = 0.0F;
+    GetGLViewport(x, y, width, height);
+    if (!(width > 0.0F) || !(height > 0.0F))
+        return {0.0, 0.0, static_cast<double>(iWidth), static_cast<double>(iHeight)};
+    return {static_cast<double>(x),
+            static_cast<double>(iHeight) - static_cast<double>(y) - static_cast<double>(height),
+            static_cast<double>(width), static_cast<double>(height)};
+}
+
 QorMathRay
 Qor3DViewpoint::GetEyeRay(const QorMathPoint2D& iPixel, float iWidth, float iHeight) const {
     const QorMathTransformation frame = GetEyeFrame();
-    const double half = std::max(1.0, 0.5 * static_cast<double>(iHeight));
-    const double x = (iPixel.x - 0.5 * static_cast<double>(iWidth)) / half;
-    const double y = (0.5 * static_cast<double>(iHeight) - iPixel.y) / half;
+    const Part part = GetPart(iWidth, iHeight);
+    const double half = std::max(1.0, 0.5 * part.height);
+    const double x = (iPixel.x - part.left - 0.5 * part.width) / half;
+    const double y = (0.5 * part.height - (iPixel.y - part.top)) / half;
     if (projection == Projection::Parallel) {
         const double halfHeight = 0.5 * GetViewHeight();
         return {eye + frame.axes[0] * (x * halfHeight) + frame.axes[1] * (y * halfHeight),
@@ -201,8 +215,9 @@ bool Qor3DViewpoint::Project(const QorMathPoint& iPoint,
         return false;
     const double halfExtent =
         parallel ? 0.5 * GetViewHeight() : depth * std::tan(0.5 * fieldOfView * radians);
-    const double half = 0.5 * static_cast<double>(iHeight);
-    oPixel = {0.5 * static_cast<double>(iWidth) + half * (offset * frame.axes[0]) / halfExtent,
-              half - half * (offset * frame.axes[1]) / halfExtent};
+    const Part part = GetPart(iWidth, iHeight);
+    const double half = 0.5 * part.height;
+    oPixel = {part.left + 0.5 * part.width + half * (offset * frame.axes[0]) / halfExtent,
+              part.top + half - half * (offset * frame.axes[1]) / halfExtent};
     return true;
 }

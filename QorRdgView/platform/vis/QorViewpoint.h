@@ -115,6 +115,9 @@ class Qor3DViewpoint : public QorViewpoint {
 
     Qor3DViewpoint() = default;
 
+    /// A look at what another viewpoint's root holds.
+    explicit Qor3DViewpoint(Qor3DBagRep* iRoot) : root(iRoot) {}
+
     [[nodiscard]] const QorMathPoint& GetEye() const { return eye; }
 
     /// The point looked at.
@@ -149,8 +152,31 @@ class Qor3DViewpoint : public QorViewpoint {
 
     /// The eye's axes: right, up and back, with the eye as origin.
     [[nodiscard]] QorMathTransformation GetEyeFrame() const;
+
+    /// The part of a viewer of that size that it covers, all of it unless SetGLViewport said
+    /// otherwise; device pixels, the upper left corner counted from the viewer's.
+    struct Part {
+        double left;
+        double top;
+        double width;
+        double height;
+
+        [[nodiscard]] bool Holds(const QorMathPoint2D& iPixel) const {
+            return iPixel.x >= left && iPixel.y >= top && iPixel.x < left + width &&
+                   iPixel.y < top + height;
+        }
+
+        /// Width divided by height; 1 for an empty part.
+        [[nodiscard]] double Ratio() const {
+            return width > 0.0 && height > 0.0 ? width / height : 1.0;
+        }
+    };
+
+    [[nodiscard]] Part GetPart(float iWidth, float iHeight) const;
+
     /// Two points of model space on the eye ray through a device pixel of a viewer of that size: on
-    /// the near side and at the depth of the target.
+    /// the near side and at the depth of the target. Pixels are the viewer's, here and below,
+    /// whatever part of it the viewpoint covers.
     void ComputeModelFromDeviceEvent(const QorMathPoint2D& iPixel,
                                      float iWidth,
                                      float iHeight,

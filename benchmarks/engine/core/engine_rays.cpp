@@ -11,6 +11,7 @@
 #include <tbb/parallel_for.h>
 #include <tbb/task_arena.h>
 
+#include <chrono>
 #include <ctime>
 #include <limits>
 
@@ -20,6 +21,11 @@ namespace {
 constexpr int pictureWidth = 1280;
 constexpr int pictureHeight = 960;
 constexpr float infinity = std::numeric_limits<float>::infinity();
+
+double wallSeconds() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
 
 double processorSeconds() {
     timespec now{};
@@ -70,12 +76,22 @@ public:
         return total;
     }
 
+    /// The same in seconds on the wall.
+    double runOnWall() {
+        clock_ = wallSeconds;
+        return run();
+    }
+
+    /// From now on also a diffuse bounce from every hit, in single rays, and the shadow rays of
+    /// what it meets.
+    void bounce() { bounces_ = true; }
+
     double rays() const { return rays_; }
 
 private:
     double runRows(int top) {
         makeCameraRays(top);
-        const double start = processorSeconds();
+        const double start = clock_();
         arena_.execute([&] {
             tbb::parallel_for(tbb::blocked_range<std::size_t>(0, camera_packets_.size(), 64),
                               [&](const auto& range) {
@@ -83,10 +99,80 @@ private:
                                       scene_.structure().intersect(all_, camera_packets_[i]);
                               });
         });
-        double total = processorSeconds() - start;
+        double total = clock_() - start + traceShadows();
+        if (bounces_) {
+            makeBounceRays();
+            const double bounceStart = clock_();
+            forAll(bounce_rays_.size(), [&](std::size_t i) {
+                bounce_hits_[i] = scene_.structure().intersect(bounce_rays_[i]);
+            });
+            total += clock_() - bounceStart;
+            putBounceHits();
+            total += traceShadows();
+        }
+        return total;
+    }
+
+    template <typename Task>
+    void forAll(std::size_t count, const Task& task) {
+        arena_.execute([&] {
+            tbb::parallel_for(tbb::blocked_range<std::size_t>(0, count, 512),
+                              [&](const auto& range) {
+                                  for (std::size_t i = range.begin(); i < range.end(); ++i)
+                                      task(i);
+                              });
+        });
+    }
+
+    /// Diffuse directions from all hits, as chance has them.
+    void makeBounceRays() {
+        bounce_rays_.clear();
+        std::uint32_t number = 0;
+        for (const RayHitPacket& seen : camera_packets_)
+            for (int lane = 0; lane < packetWidth; ++lane, ++number) {
+                if (seen.hit.geomID[lane] == Hit::none)
+                    continue;
+                const Surface surface = surfaceOf(seen, lane);
+                const Vec2 u{unitFloat(hash32(number * 2)), unitFloat(hash32(number * 2 + 1))};
+                bounce_rays_.push_back({surface.origin(surface.normal),
+                                        Frame(surface.normal).toWorld(cosineHemisphere(u)), 0.0F,
+                                        infinity});
+            }
+        bounce_hits_.resize(bounce_rays_.size());
+        rays_ += static_cast<double>(bounce_rays_.size());
+    }
+
+    /// Puts what the bounces met where what the camera saw was.
+    void putBounceHits() {
+        for (RayHitPacket& packet : camera_packets_)
+            for (int lane = 0; lane < packetWidth; ++lane)
+                packet.hit.geomID[lane] = Hit::none;
+        for (std::size_t i = 0; i < bounce_rays_.size(); ++i) {
+            RayHitPacket& packet = camera_packets_[i / packetWidth];
+            const auto lane = static_cast<int>(i % packetWidth);
+            const Hit& hit = bounce_hits_[i];
+            put(packet.ray, lane, bounce_rays_[i].origin, bounce_rays_[i].direction, 0.0F);
+            packet.ray.tfar[lane] = hit.t;
+            packet.hit.geomID[lane] = hit ? 0U : Hit::none;
+            packet.hit.instID[0][lane] = hit.instance;
+            packet.hit.primID[lane] = hit.triangle;
+            packet.hit.u[lane] = hit.u;
+            packet.hit.v[lane] = hit.v;
+        }
+    }
+
+    Surface surfaceOf(const RayHitPacket& seen, int lane) const {
+        const Hit hit{seen.hit.instID[0][lane], seen.hit.primID[lane], seen.ray.tfar[lane],
+                      seen.hit.u[lane], seen.hit.v[lane]};
+        return surfaceAt(scene_, hit,
+                         {seen.ray.dir_x[lane], seen.ray.dir_y[lane], seen.ray.dir_z[lane]}, {});
+    }
+
+    double traceShadows() {
+        double total = 0.0;
         for (const Light& light : scene_.scene().lights) {
             makeShadowRays(-normalize(std::get<DirectionalLight>(light).direction));
-            const double shadowStart = processorSeconds();
+            const double shadowStart = clock_();
             arena_.execute([&] {
                 tbb::parallel_for(tbb::blocked_range<std::size_t>(0, shadow_packets_.size(), 64),
                                   [&](const auto& range) {
@@ -95,7 +181,7 @@ private:
                                                                       shadow_packets_[i]);
                                   });
             });
-            total += processorSeconds() - shadowStart;
+            total += clock_() - shadowStart;
         }
         return total;
     }
@@ -132,11 +218,7 @@ private:
                 const RayHitPacket& seen = camera_packets_[i];
                 if (seen.hit.geomID[lane] == Hit::none)
                     continue;
-                const Hit hit{seen.hit.instID[0][lane], seen.hit.primID[lane], seen.ray.tfar[lane],
-                              seen.hit.u[lane], seen.hit.v[lane]};
-                const Vec3 direction{seen.ray.dir_x[lane], seen.ray.dir_y[lane],
-                                     seen.ray.dir_z[lane]};
-                const Surface surface = surfaceAt(scene_, hit, direction, {});
+                const Surface surface = surfaceOf(seen, lane);
                 if (dot(surface.normal, towards) <= 0.0F)
                     continue;
                 put(shadow_packets_[i], lane, surface.origin(towards), towards, 0.0F);
@@ -150,6 +232,10 @@ private:
     int samples_;
     tbb::task_arena arena_;
     PacketMask all_;
+    bool bounces_ = false;
+    double (*clock_)() = processorSeconds;
+    std::vector<Ray> bounce_rays_;
+    std::vector<Hit> bounce_hits_;
     std::vector<RayHitPacket> camera_packets_;
     std::vector<RayPacket> shadow_packets_;
     std::vector<PacketMask> masks_;
@@ -161,14 +247,17 @@ double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-/// Arguments: samples a pixel, threads. Counter `ratio`: renderer's time over bare rays' time.
-void directLightAgainstBareRays(benchmark::State& state) {
-    const auto samples = static_cast<int>(state.range(0));
-    const auto threads = static_cast<int>(state.range(1));
-    const Scene scene = assemblyScene(500'000);
-    const RenderOptions options = optionsFor(samples, threads);
+/// Renders and bare rays in turn. Counters: `ratio`, renderer's time over bare rays' time, and its
+/// inverse `of_bare`, the renderer's rays a second over those of bare rays.
+void compare(benchmark::State& state, int samples, int triangles, int bounces) {
+    constexpr int threads = 2;
+    const Scene scene = assemblyScene(static_cast<std::size_t>(triangles));
+    RenderOptions options = optionsFor(samples, threads);
+    options.depth.diffuseBounces = bounces;
     const auto compiled = CompiledScene::create(scene, options);
     BareRays bare(*compiled.value(), assemblyCamera(), samples, threads);
+    if (bounces > 0)
+        bare.bounce();
     std::vector<double> ratios;
     std::vector<double> bareTimes;
     for (auto _ : state) {
@@ -182,17 +271,68 @@ void directLightAgainstBareRays(benchmark::State& state) {
         benchmark::DoNotOptimize(image);
     }
     state.counters["ratio"] = median(ratios);
+    state.counters["of_bare"] = 1.0 / median(ratios);
     state.counters["bare_s"] = median(bareTimes);
     state.counters["bare_Mray_per_cpu_s"] =
         bare.rays() / static_cast<double>(ratios.size()) / median(bareTimes) * 1e-6;
 }
 
+/// Camera rays and shadow rays. How the ratio changes with triangles is how the renderer's growth
+/// differs from bare Embree's.
+void directLightAgainstBareRays(benchmark::State& state) {
+    compare(state, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)), 0);
+}
+
+/// Single diffuse bounces, and the shadow rays of what they meet, on top.
+void bouncesAgainstBareRays(benchmark::State& state) {
+    compare(state, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)), 1);
+}
+
+/// Seconds on one thread over those on two, against the same of bare rays: of the clock on the
+/// wall, so nothing else may run.
+void speedUp(benchmark::State& state) {
+    const auto seconds = [](auto&& task) {
+        const auto start = std::chrono::steady_clock::now();
+        task();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    const Scene scene = assemblyScene(500'000);
+    const auto compiled = CompiledScene::create(scene, optionsFor(4, 2));
+    std::vector<double> gains;
+    for (auto _ : state) {
+        std::array<double, 2> render{};
+        std::array<double, 2> bare{};
+        for (const int threads : {1, 2}) {
+            const auto at = static_cast<std::size_t>(threads) - 1;
+            BareRays rays(*compiled.value(), assemblyCamera(), 4, threads);
+            bare[at] = rays.runOnWall();
+            render[at] = seconds([&] {
+                benchmark::DoNotOptimize(
+                    renderImage(scene, assemblyCamera(), optionsFor(4, threads)));
+            });
+        }
+        gains.push_back(render[0] / render[1] / (bare[0] / bare[1]));
+    }
+    state.counters["of_bare"] = median(gains);
+}
+
 BENCHMARK(directLightAgainstBareRays)
-    ->Args({1, 2})
-    ->Args({16, 2})
+    ->ArgNames({"samples", "triangles"})
+    ->Args({1, 500'000})
+    ->Args({16, 500'000})
+    ->Args({4, 50'000})
+    ->Args({4, 500'000})
+    ->Args({4, 2'000'000})
     ->UseManualTime()
     ->Iterations(3)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(bouncesAgainstBareRays)
+    ->ArgNames({"samples", "triangles"})
+    ->Args({4, 500'000})
+    ->UseManualTime()
+    ->Iterations(3)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(speedUp)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace qor::engine::benchmarks

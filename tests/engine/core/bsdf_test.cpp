@@ -48,8 +48,10 @@ const std::vector<Case>& cases() {
         {"rough metal", material(1, 1.0F, 0, 0, 1), 0.985F},
         {"half metal", material(0.5F, 0.4F, 0, 0, 1), 0.975F},
         {"glass", material(0, 0.0F, 1, 0, 1), 0.999F},
-        {"frosted glass", material(0, 0.5F, 1, 0, 1), 0.0F},
-        {"half glass", material(0, 0.2F, 0.5F, 0, 1), 0.0F},
+        {"frosted glass", material(0, 0.5F, 1, 0, 1), 0.985F},
+        {"half glass", material(0, 0.2F, 0.5F, 0, 1), 0.985F},
+        {"ground glass", material(0, 1.0F, 1, 0, 1), 0.985F},
+        {"half ground glass", material(0, 0.8F, 0.5F, 0, 1), 0.985F},
         {"lacquered", material(0, 0.6F, 0, 1, 1), 0.985F},
         {"lacquered metal", material(1, 0.6F, 0, 1, 1), 0.985F},
     };

@@ -4,6 +4,8 @@
 #include <sys/wait.h>
 
 #include <cstring>
+#include <filesystem>
+#include <sstream>
 
 namespace {
 
@@ -31,8 +33,8 @@ protected:
     // Stands in the lower half of what the eye sees along y, facing it.
     std::string model = folder.Write(
         "model.obj", "v -100 0 -100\nv 100 0 -100\nv 100 0 0\nv -100 0 0\nf 1 2 3\nf 1 3 4\n");
-    const std::string view =
-        "model.obj --size 16x12 --quality 0 --eye 0,-100,0 --target 0,0,0 --fov 30 ";
+    const std::string eye = "model.obj --eye 0,-100,0 --target 0,0,0 --fov 30 ";
+    const std::string view = eye + "--size 16x12 --quality 0 ";
 };
 
 TEST_F(RenderProgram, WritesAPictureAndLeavesNothingElse) {
@@ -66,8 +68,13 @@ TEST_F(RenderProgram, RefusesWrongUsageWithCodeTwo) {
     for (const char* arguments :
          {"", "--size 0x4 -o a.png model.obj", "--size 4 -o a.png model.obj", "-o a.xyz model.obj",
           "--quality 3 -o a.png model.obj", "--eye 1,2 -o a.png model.obj",
-          "--scene 1 -o a.png model.obj", "--shooting x -o a.png model.obj",
-          "--frames 1:2 -o a.png model.obj", "--no-such-option model.obj"})
+          "--scene 0 -o a.png model.obj", "--scene night -o a.png model.obj",
+          "--scene 99 -o a.png model.obj", "--fov 200 -o a.png model.obj",
+          "--view-height 5 --projection perspective -o a.png model.obj",
+          "--region 1,2,3 -o a.png model.obj", "--time-limit 0 -o a.png model.obj",
+          "--threads -1 -o a.png model.obj", "--progress loud -o a.png model.obj",
+          "--shooting x -o a.png model.obj", "--frames 1:2 -o a.png model.obj",
+          "--no-such-option model.obj"})
         EXPECT_EQ(run(arguments), 2) << arguments;
     EXPECT_FALSE(std::filesystem::exists(folder.GetPath("a.png")));
 }
@@ -93,6 +100,89 @@ TEST_F(RenderProgram, EndsWithCode130WhenInterrupted) {
     EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 130);
     EXPECT_EQ(folder.Read("old.png"), "old");
     EXPECT_EQ(folder.List().size(), 3U) << "something is left";
+}
+
+TEST_F(RenderProgram, ShowsScenesOfTheCatalogUnlikeEachOther) {
+    const std::string plain = view + "--final-gather off ";
+    std::vector<std::string> pictures;
+    for (const char* scene : {"", "--scene 1 ", "--scene 7 ", "--scene custom "}) {
+        ASSERT_EQ(run(plain + scene + "-o a.pfm"), 0) << scene << folder.Read("errors");
+        EXPECT_EQ(folder.Read("errors"), "") << scene;
+        pictures.push_back(folder.Read("a.pfm"));
+    }
+    for (std::size_t i = 0; i < pictures.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            EXPECT_NE(pictures[i], pictures[j]) << i << ", " << j;
+}
+
+TEST_F(RenderProgram, ASceneTakesThePlaceOfTheFilesLight) {
+    folder.Write("shining.mtl", "newmtl lamp\nKd 0.2 0.2 0.2\nKe 3 0 0\n");
+    folder.Write("shining.obj",
+                 "mtllib shining.mtl\nusemtl lamp\nv -1 0 -1\nv 1 0 -1\nv 0 0 1\nf 1 2 3\n");
+    const std::string same = "shining.obj --size 8x6 --quality 0 ";
+    ASSERT_EQ(run(same + "-o own.pfm"), 0) << folder.Read("errors");
+    ASSERT_EQ(run(same + "--scene 10 -o scene.pfm"), 0) << folder.Read("errors");
+    EXPECT_EQ(redAt(folder.Read("own.pfm"), 8, 6, 0, 0), 0.0F) << "no surroundings but its own";
+    EXPECT_GT(redAt(folder.Read("scene.pfm"), 8, 6, 0, 0), 0.5F);
+}
+
+TEST_F(RenderProgram, TellsItsProgressAsJsonLines) {
+    ASSERT_EQ(run(view + "-o a.png --progress json"), 0);
+    std::istringstream lines(folder.Read("errors"));
+    std::string line;
+    int count = 0;
+    for (; std::getline(lines, line); ++count) {
+        EXPECT_EQ(line.front(), '{') << line;
+        EXPECT_EQ(line.back(), '}') << line;
+        EXPECT_NE(line.find("\"stage\""), std::string::npos) << line;
+    }
+    EXPECT_GT(count, 2);
+}
+
+TEST_F(RenderProgram, CountsWhatItDid) {
+    ASSERT_EQ(run(view + "-o a.png --stats s.json"), 0) << folder.Read("errors");
+    const std::string text = folder.Read("s.json");
+    for (const char* key :
+         {"render_s", "read_s", "build_s", "rays", "camera", "shadow", "passes", "peak_bytes"})
+        EXPECT_NE(text.find("\"" + std::string(key) + "\""), std::string::npos) << key;
+}
+
+TEST_F(RenderProgram, AFullDiskLeavesTheOldFile) {
+    folder.Write("old.pfm", "old");
+    // No file may grow beyond 256 kB: enough for the imported model, not for the picture.
+    const std::string command = "cd '" + folder.GetPath() + "' && ulimit -f 512 && exec '" +
+                                std::getenv("QOR_RENDER_PROGRAM") + "' " + eye +
+                                "--quality 0 --size 320x240 -o old.pfm 2>errors";
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+    EXPECT_NE(folder.Read("errors").find("old.pfm"), std::string::npos) << folder.Read("errors");
+    EXPECT_EQ(folder.Read("old.pfm"), "old");
+    EXPECT_EQ(folder.List().size(), 3U) << "something is left";
+}
+
+TEST_F(RenderProgram, RefusesSizesBeyondMeasureWithASentence) {
+    for (const char* size : {"65536x65536", "2147483647x2147483647", "300000x1000"}) {
+        EXPECT_EQ(run("-o a.png --size " + std::string(size) + " model.obj"), 1) << size;
+        const std::string side = std::string(size).substr(0, std::string(size).find('x'));
+        EXPECT_NE(folder.Read("errors").find(side), std::string::npos) << folder.Read("errors");
+    }
+}
+
+TEST_F(RenderProgram, EndsWhenItsTimeIsOver) {
+    ASSERT_EQ(run(eye + "--size 16x12 -o a.png --quality 2 --noise-target 1e-9 --time-limit 0.3"),
+              0)
+        << folder.Read("errors");
+    EXPECT_TRUE(std::filesystem::exists(folder.GetPath("a.png")));
+}
+
+TEST_F(RenderProgram, SaysWhatItCanDo) {
+    ASSERT_EQ(run("--help"), 0);
+    for (const char* option :
+         {"--output",     "--size",         "--region",      "--quality",     "--final-gather",
+          "--scene",      "--shooting",     "--frames",      "--eye",         "--target",
+          "--up",         "--fov",          "--reflections", "--refractions", "--diffuse-bounces",
+          "--filter",     "--no-denoise",   "--projection",  "--view-height", "--seed",
+          "--time-limit", "--noise-target", "--threads",     "--progress",    "--stats"})
+        EXPECT_NE(folder.Read("output").find(option), std::string::npos) << option;
 }
 
 } // namespace

@@ -36,6 +36,47 @@ TEST_F(ApplicationFrame, KeepsTheStatusUntilTheNext) {
     EXPECT_EQ(frame->GetStatus(), "Reading gear.step");
 }
 
+/// A frame that hears what a person does to it.
+class Listener : public QorApplicationFrame {
+public:
+    Listener() : QorApplicationFrame("workbench") {
+        AddAnalyseNotificationCB(this, this, GetDropNotification(), &Listener::DropCB);
+        AddAnalyseNotificationCB(this, this, GetCancelProgressNotification(), &Listener::CancelCB);
+        SetVisibility(QorDlgSHOW);
+    }
+
+    int drops = 0;
+    int cancels = 0;
+
+protected:
+    ~Listener() override = default;
+
+private:
+    void DropCB(QorCommand*, QorNotification*, QorSubscriberData) { ++drops; }
+
+    void CancelCB(QorCommand*, QorNotification*, QorSubscriberData) { ++cancels; }
+};
+
+TEST_F(ApplicationFrame, TakesFilesThatAPersonDrops) {
+    const auto frame = QorMake<Listener>();
+    EXPECT_EQ(frame->UserDropFiles({"/a.stp", "/b.stp"}), QorUserResult::Done);
+    EXPECT_EQ(frame->GetDroppedFiles(), (std::vector<QorUnicodeString>{"/a.stp", "/b.stp"}));
+    EXPECT_EQ(frame->UserDropFiles({}), QorUserResult::Impossible);
+    frame->SetVisibility(QorDlgHIDE);
+    EXPECT_EQ(frame->UserDropFiles({"/c.stp"}), QorUserResult::Insensitive);
+    EXPECT_EQ(frame->drops, 1);
+}
+
+TEST_F(ApplicationFrame, LetsAPersonCancelWhatCanBe) {
+    const auto frame = QorMake<Listener>();
+    EXPECT_EQ(frame->UserCancelProgress(), QorUserResult::Insensitive);
+    frame->SetProgress(QorApplicationFrame::Progress{"Writing", 0.5, false});
+    EXPECT_EQ(frame->UserCancelProgress(), QorUserResult::Insensitive);
+    frame->SetProgress(QorApplicationFrame::Progress{"Reading", 0.5, true});
+    EXPECT_EQ(frame->UserCancelProgress(), QorUserResult::Done);
+    EXPECT_EQ(frame->cancels, 1);
+}
+
 TEST_F(ApplicationFrame, DocumentWindowsAreWidgetsOfItAndDialogsAreNot) {
     const auto frame = QorMake<QorApplicationFrame>("workbench");
     const auto layout = QorMake<QorFrmLayout>(nullptr, "layout");

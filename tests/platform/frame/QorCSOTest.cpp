@@ -80,6 +80,24 @@ TEST_F(Selection, HoldsAnElementOnceUnlessAskedOtherwise) {
     EXPECT_EQ(modified.count, 3) << "it was empty";
 }
 
+TEST_F(Selection, TakesManyElementsInOneChange) {
+    const auto selection = QorMake<QorCSO>();
+    ModifiedCounter modified(*selection);
+    const auto first = QorMake<QorBaseUnknown>();
+    const auto second = QorMake<QorBaseUnknown>();
+    selection->SetElements({first, nullptr, second});
+    EXPECT_EQ(selection->GetSize(), 2);
+    EXPECT_EQ(selection->GetElement(2), second.Get());
+    EXPECT_EQ(modified.count, 1);
+    selection->SetElements({first, second});
+    EXPECT_EQ(modified.count, 1) << "it holds them already";
+    selection->SetElements({second, first});
+    EXPECT_EQ(modified.count, 2);
+    selection->SetElements({});
+    EXPECT_EQ(selection->GetSize(), 0);
+    EXPECT_EQ(modified.count, 3);
+}
+
 TEST_F(Selection, KnowsEqualPathsByTheirObjects) {
     const auto selection = QorMake<QorCSO>();
     const auto product = QorMake<QorBaseUnknown>();

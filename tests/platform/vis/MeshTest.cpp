@@ -1,3 +1,4 @@
+#include "platform/vis/QorMeshTree.h"
 #include "tests/platform/vis/VisTest.h"
 
 #include <random>
@@ -89,6 +90,49 @@ TEST(Mesh, TrianglesOnTopOfEachOtherDoNotMakeTheTreeEndless) {
     for (int i = 0; i < 10000; ++i)
         data.indices.insert(data.indices.end(), {0, 1, 2});
     EXPECT_DOUBLE_EQ(QorMake<QorMesh>(data)->Intersect({{0.2, 0.2, 1}, {0, 0, -1}}, far), 1.0);
+}
+
+TEST(Mesh, PickingALargeOneNeverWaitsForItsTreeAndFindsTheSame) {
+    auto data = std::make_shared<const QorMesh::Data>(MakeTerrain(200)); // 79,202 triangles
+    ASSERT_GE(data->indices.size() / 3, QorMeshTree::large);
+    const auto tree = std::make_shared<const QorMeshTree>(data);
+    const QorMeshHierarchy hierarchy(*data);
+    std::mt19937 random(4);
+    std::uniform_real_distribution<double> position(0.0, 1.0);
+    const auto next = [&] {
+        return QorMathRay{{position(random), position(random), 1.0}, {0.0, 0.0, -1.0}};
+    };
+    EXPECT_FALSE(tree->HasTree());
+    const QorMathRay first = next();
+    const double found = tree->Intersect(first, far); // before there can be a tree
+    EXPECT_DOUBLE_EQ(found, hierarchy.Intersect(first, far));
+    EXPECT_GT(found, 0.0);
+    while (!tree->HasTree())
+        std::this_thread::yield();
+    for (int i = 0; i < 100; ++i) {
+        const QorMathRay ray = next();
+        EXPECT_DOUBLE_EQ(tree->Intersect(ray, far),
+                         QorMeshHierarchy::IntersectAll(*data, ray, far));
+        EXPECT_DOUBLE_EQ(tree->Intersect(ray, 0.9),
+                         QorMeshHierarchy::IntersectAll(*data, ray, 0.9));
+    }
+}
+
+TEST(Mesh, AMeshMayGoWhileItsTreeIsMade) {
+    for (int i = 0; i < 3; ++i) {
+        const QorMesh_var mesh = QorMake<QorMesh>(MakeTerrain(200));
+        EXPECT_GT(mesh->Intersect({{0.5, 0.5, 1.0}, {0.0, 0.0, -1.0}}, far), 0.0);
+    }
+}
+
+TEST(Mesh, ATreeThatIsStoppedIsNotKept) {
+    const auto tree =
+        std::make_shared<const QorMeshTree>(std::make_shared<const QorMesh::Data>(MakeTerrain(40)));
+    const std::atomic<bool> stop = true;
+    tree->MakeTree(&stop);
+    EXPECT_FALSE(tree->HasTree());
+    EXPECT_GT(tree->Intersect({{0.5, 0.5, 1.0}, {0.0, 0.0, -1.0}}, far), 0.0);
+    EXPECT_TRUE(tree->HasTree());
 }
 
 TEST(Mesh, SeveralThreadsMayPickAtOnce) {

@@ -1,4 +1,5 @@
 #include "platform/vis/QorNavigation3DViewer.h"
+#include "platform/vis/QorViewerClickNotification.h"
 #include "tests/platform/vis/VisTest.h"
 
 #include <utility>
@@ -16,6 +17,18 @@ public:
     void EventCB(
         QorEventName iEvent, QorBaseUnknown*, QorNotification*, QorSubscriberData, QorCallbackId) {
         events.push_back(iEvent.GetText());
+    }
+
+    void ClickCB(QorEventName iEvent,
+                 QorBaseUnknown* /*iPublisher*/,
+                 QorNotification* iNotification,
+                 QorSubscriberData /*iData*/,
+                 QorCallbackId /*iCookie*/) {
+        clicks.push_back(iEvent.GetText());
+        const auto* click = dynamic_cast<QorViewerClickNotification*>(iNotification);
+        ASSERT_NE(click, nullptr);
+        clickedPath = click->GetPickPath();
+        clickedWithControl = click->GetMouse().control;
     }
 
 protected:
@@ -68,10 +81,19 @@ protected:
         return pixel;
     }
 
+    void ListenToClicks() {
+        for (const QorEventName& event : {QorNavigation3DViewer::VIEWER_PART_CLICKED,
+                                          QorNavigation3DViewer::VIEWER_NOTHING_CLICKED})
+            viewer->GetCallbackManager()->AddCallback(this, event, &Navigation3D::ClickCB);
+    }
+
     Events TakeEvents() { return std::exchange(events, {}); }
 
     QorNavigation3DViewer* viewer;
     Events events;
+    Events clicks;
+    QorPickPath clickedPath;
+    bool clickedWithControl = false;
     const Events wholeChange{"VIEWPOINT_ANIMATION_STARTED", "VIEWPOINT_MODIFIED"};
 };
 
@@ -136,6 +158,51 @@ TEST_F(Navigation3D, AClickDispatchesNothingAndItsReleaseIsLeftToOthers) {
     EXPECT_FALSE(Do(Action::Move, Button::None, 200, 200));
     EXPECT_TRUE(events.empty());
     EXPECT_EQ(Viewpoint().GetEye(), (QorMathPoint{0, 0, 10}));
+}
+
+TEST_F(Navigation3D, AClickTellsWhichPartItHit) {
+    AddProduct();
+    const Qor3DRep* part = Viewpoint().GetRoot().GetChildren().front();
+    ListenToClicks();
+    Do(Action::Press, Button::Left, 200, 150);
+    EXPECT_TRUE(clicks.empty()); // at the release
+    QorMouseEvent release;
+    release.action = Action::Release;
+    release.button = Button::Left;
+    release.pixel = {201, 149}; // a hand that trembles
+    release.control = true;
+    EXPECT_FALSE(viewer->HandleMouse(release));
+    EXPECT_EQ(clicks, Events{"VIEWER_PART_CLICKED"});
+    ASSERT_EQ(clickedPath.size(), 2U);
+    EXPECT_EQ(clickedPath.front().Get(), &Viewpoint().GetRoot());
+    EXPECT_EQ(clickedPath.back().Get(), part);
+    EXPECT_TRUE(clickedWithControl);
+    clickedPath.clear();
+}
+
+TEST_F(Navigation3D, AClickBesideTheProductOrOnWhatIsHiddenHitsNothing) {
+    AddProduct();
+    ListenToClicks();
+    Do(Action::Press, Button::Left, 5, 5);
+    Do(Action::Release, Button::Left, 5, 5);
+    Viewpoint().GetRoot().GetChildren().front()->SetShown(false);
+    Do(Action::Press, Button::Left, 200, 150);
+    Do(Action::Release, Button::Left, 200, 150);
+    EXPECT_EQ(clicks, (Events{"VIEWER_NOTHING_CLICKED", "VIEWER_NOTHING_CLICKED"}));
+    EXPECT_TRUE(clickedPath.empty());
+}
+
+TEST_F(Navigation3D, DragsOtherButtonsAndSecondClicksTellOfNoClick) {
+    AddProduct();
+    ListenToClicks();
+    Drag(Button::Left, {200, 150}, {230, 150});
+    for (const Button button : {Button::Middle, Button::Right}) {
+        Do(Action::Press, button, 200, 150);
+        Do(Action::Release, button, 200, 150);
+    }
+    Do(Action::DoubleClick, Button::Left, 200, 150);
+    Do(Action::Release, Button::Left, 200, 150);
+    EXPECT_TRUE(clicks.empty());
 }
 
 TEST_F(Navigation3D, TheWheelBringsNearerWhatIsUnderThePointer) {

@@ -1,6 +1,7 @@
 #include "platform/vis/QorPictureService.h"
 #include "tests/support/QorTestApplication.h"
 
+#include <cmath>
 #include <fstream>
 
 namespace {
@@ -48,6 +49,38 @@ TEST_F(Picture, ARegionCountsRowsFromTheBottom) {
     EXPECT_EQ(cut->GetHeight(), 2);
     EXPECT_EQ(cut->GetPixels()->at(0), 2); // column 2
     EXPECT_EQ(cut->GetPixels()->at(1), 5); // rows 1 and 2 from the bottom are 6 and 5 from the top
+}
+
+TEST_F(Picture, TheWholePictureAsARegionSharesThePixels) {
+    const QorPixelImage_var picture = MakeGradient(10, 8, 3);
+    const QorPixelImage_var cut = QorAdopt(picture->ExtractRegion(0, 0, 10, 8));
+    EXPECT_EQ(cut->GetPixels(), picture->GetPixels());
+    EXPECT_NE(cut, picture);
+}
+
+TEST_F(Picture, CopiesAndRegionsAreAsDense) {
+    const QorPixelImage_var picture = MakeGradient(10, 8, 3);
+    EXPECT_EQ(picture->GetPixelsPerInch(), 0.0);
+    picture->SetPixelsPerInch(300.0);
+    EXPECT_EQ(QorMake<QorPixelImage>(*picture)->GetPixelsPerInch(), 300.0);
+    EXPECT_EQ(QorAdopt(picture->ExtractRegion(2, 1, 5, 3))->GetPixelsPerInch(), 300.0);
+    for (const double none : {0.0, -1.0, std::nan(""), HUGE_VAL}) {
+        picture->SetPixelsPerInch(none);
+        EXPECT_EQ(picture->GetPixelsPerInch(), 0.0);
+    }
+}
+
+TEST_F(Picture, AServiceThatCannotTellWritesAllTheSame) {
+    const QorPixelImage_var picture = MakeGradient(10, 8, 3);
+    QorUnicodeString error;
+    const auto never = [](int) -> bool {
+        ADD_FAILURE();
+        return false;
+    };
+    EXPECT_EQ(QorPictureService::Get().WriteWatched(*picture, "TGA", directory.GetPath("a.tga"),
+                                                    never, error),
+              0);
+    EXPECT_EQ(directory.List(), (std::vector<std::string>{"a.tga"}));
 }
 
 TEST_F(Picture, ARegionIsClippedAndNothingLeftIsNull) {

@@ -1,5 +1,7 @@
 #include "tests/platform/vis/VisTest.h"
 
+#include <random>
+
 namespace {
 
 class Reps : public QorTestApplication {};
@@ -101,6 +103,62 @@ TEST_F(Reps, TheGroundIsASquareAcrossItsVertical) {
     EXPECT_LT(QorPicker::Pick(*ground, {{2.1, 0, 10}, {0, 0, -1}}, 1.0e30).distance, 0.0);
     ground->SetTransparency(3.0F);
     EXPECT_EQ(ground->GetTransparency(), 1.0F);
+}
+
+/// Looks at every mesh of a tree of bags, without boxes.
+double PickAll(const Qor3DBagRep& iBag, const QorMathRay& iRay) {
+    const QorMathTransformation inverse = iBag.GetMatrix().Inverse();
+    const QorMathRay ray{inverse.Apply(iRay.origin), inverse.ApplyToVector(iRay.direction)};
+    double nearest = -1.0;
+    for (const Qor3DRep_var& child : iBag.GetChildren()) {
+        if (!child->IsShown() || !child->IsPickable())
+            continue;
+        const auto* bag = dynamic_cast<const Qor3DBagRep*>(child.Get());
+        const auto* part = dynamic_cast<const Qor3DMeshRep*>(child.Get());
+        const double found =
+            bag != nullptr ? PickAll(*bag, ray) : part->GetMesh()->Intersect(ray, 1.0e30);
+        if (found >= 0.0 && (nearest < 0.0 || found < nearest))
+            nearest = found;
+    }
+    return nearest;
+}
+
+TEST_F(Reps, PickingInAnAssemblyLeavesOutNothingThatLooksAtAllOfItFind) {
+    const QorMesh_var square = MakeSquare(); // flat: its boxes are, too
+    const auto root = QorMake<Qor3DBagRep>();
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> at(-1.0, 1.0);
+    for (int group = 0; group < 10; ++group) {
+        const auto assembly = QorMake<Qor3DBagRep>();
+        for (int i = 0; i < 30; ++i) {
+            const auto instance = QorMake<Qor3DBagRep>();
+            instance->AddChild(QorMake<Qor3DMeshRep>(square.Get(), nullptr));
+            QorMathTransformation matrix = QorMathTransformation::Rotation(
+                {at(random), at(random), at(random)}, i % 3 == 0 ? 0.0 : at(random));
+            matrix.axes[0] = matrix.axes[0] * 0.3;
+            matrix.axes[1] = matrix.axes[1] * 0.2;
+            matrix.origin = {2 * at(random), 2 * at(random), 2 * at(random)};
+            instance->SetMatrix(matrix);
+            instance->SetShown(i % 7 != 0);
+            instance->SetPickable(i % 11 != 0);
+            assembly->AddChild(instance);
+        }
+        assembly->SetMatrix(QorMathTransformation::Translation({at(random), at(random), 0.0}));
+        root->AddChild(assembly);
+    }
+    int hits = 0;
+    for (int i = 0; i < 500; ++i) {
+        const QorMathRay ray{
+            {2 * at(random), 2 * at(random), 10.0},
+            i % 2 == 0 ? QorMathVector{0.0, 0.0, -1.0}
+                       : QorMathVector{0.1 * at(random), 0.1 * at(random), -1.0}.Normalized()};
+        const QorPicker::Hit hit = QorPicker::Pick(*root, ray, 1.0e30);
+        EXPECT_DOUBLE_EQ(hit.distance, PickAll(*root, ray));
+        EXPECT_EQ(hit.path.size(), hit.distance < 0.0 ? 0U : 4U);
+        hits += hit.distance >= 0.0 ? 1 : 0;
+    }
+    EXPECT_GT(hits, 100);
+    EXPECT_LT(hits, 500);
 }
 
 } // namespace

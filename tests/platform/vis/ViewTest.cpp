@@ -2,6 +2,7 @@
 #include "tests/platform/vis/VisTest.h"
 
 #include <numbers>
+#include <random>
 
 namespace {
 
@@ -87,6 +88,50 @@ TEST(Views, AFitShowsAllCornersAndTouchesTheMargin) {
             ExpectNear(view.target, box.Center());
             ExpectNear((view.target - view.eye).Normalized(), sight.Normalized());
         }
+}
+
+TEST(Views, EveryFitHoldsAllCornersAndWastesNoRoom) {
+    std::mt19937 random(6);
+    std::uniform_real_distribution<double> at(-1.0, 1.0);
+    std::uniform_real_distribution<double> size(-3.0, 4.0); // powers of ten
+    std::uniform_real_distribution<double> angle(2.0, 120.0);
+    std::uniform_real_distribution<double> side(50.0, 3000.0);
+    const auto vector = [&] {
+        return QorMathVector{at(random), at(random), at(random)};
+    };
+    for (int i = 0; i < 2000; ++i) {
+        const QorMathVector extent{std::pow(10.0, size(random)), std::pow(10.0, size(random)),
+                                   std::pow(10.0, size(random))};
+        const QorMathPoint low = vector() * std::pow(10.0, size(random));
+        Qor3DBoundingBox box;
+        box.Add(low);
+        box.Add(low + extent);
+        QorView view = Front().Seen(vector(), vector());
+        view.fieldOfView = angle(random);
+        if (i % 2 == 0)
+            view.projection = Qor3DViewpoint::Projection::Parallel;
+        const auto width = static_cast<float>(std::round(side(random)));
+        const auto height = static_cast<float>(std::round(side(random)));
+        const Qor3DViewpoint_var viewpoint = QorMake<Qor3DViewpoint>();
+        view.Fitted(box, static_cast<double>(width) / static_cast<double>(height))
+            .ApplyTo(*viewpoint);
+        double reach = 0.0; // 1 at the viewer's edge
+        for (const double x : {box.low.x, box.high.x})
+            for (const double y : {box.low.y, box.high.y})
+                for (const double z : {box.low.z, box.high.z}) {
+                    QorMathPoint2D pixel;
+                    ASSERT_TRUE(viewpoint->Project({x, y, z}, width, height, pixel)) << i;
+                    const double halfWidth = 0.5 * static_cast<double>(width);
+                    const double halfHeight = 0.5 * static_cast<double>(height);
+                    reach = std::max({reach, std::abs(pixel.x - halfWidth) / halfWidth,
+                                      std::abs(pixel.y - halfHeight) / halfHeight});
+                }
+        ASSERT_LE(reach, 1.0 / 1.05 + 1.0e-6) << i;
+        // A parallel view stays in front of a box that is deep along the sight; nothing else does.
+        if (view.projection == Qor3DViewpoint::Projection::Perspective) {
+            ASSERT_NEAR(reach, 1.0 / 1.05, 1.0e-6) << i;
+        }
+    }
 }
 
 TEST(Views, AFitOfNothingChangesNothingAndOfAPointKeepsTheDistance) {

@@ -4,6 +4,10 @@
 
 class QorEventLoop;
 
+namespace qor::document {
+class DocumentSession;
+}
+
 namespace qor::automation {
 
 class Dispatcher;
@@ -25,8 +29,17 @@ appMethods(QorEventLoop& loop, Dispatcher& dispatcher, const PortOptions& option
 [[nodiscard]] MethodGroup colorMethods();
 [[nodiscard]] MethodGroup viewerMethods();
 [[nodiscard]] MethodGroup manipulatorMethods();
+/// Objects of the current document.
+[[nodiscard]] MethodGroup objectMethods();
+/// The editor's selection, and contextual menus.
+[[nodiscard]] MethodGroup selectionMethods();
+/// The end of renders, and viewers as displays of the engine. \p loop outlives the methods.
+[[nodiscard]] MethodGroup renderMethods(QorEventLoop& loop);
 [[nodiscard]] MethodGroup traceMethods();
 /// \p events outlives the methods.
 [[nodiscard]] MethodGroup eventMethods(EventRecorder& events);
+
+/// Not added by the port itself: the program has the session, which outlives the methods.
+[[nodiscard]] MethodGroup documentMethods(document::DocumentSession& session);
 
 } // namespace qor::automation

@@ -1,5 +1,7 @@
 // viewer.*: what viewers show, and a person's mouse in them.
 #include "platform/vis/QorNavigation3DViewer.h"
+#include "platform/vis/QorPictureService.h"
+#include "platform/vis/QorViewerPictureService.h"
 #include "workbench/automation/Call.h"
 #include "workbench/automation/methods/Groups.h"
 #include "workbench/automation/methods/RepReaders.h"
@@ -172,6 +174,35 @@ Json project(Call& call) {
     return {{"x", pixel.x}, {"y", pixel.y}};
 }
 
+Json split(Call& call) {
+    const NamedViewer named = findViewer(call.text("viewer"));
+    auto* viewer = dynamic_cast<Qor3DViewer*>(named.viewer);
+    if (viewer == nullptr)
+        throw Error(ErrorCode::wrongKind, inQuotes(named.path) + " is no viewer of space");
+    const int count = call.integer("count");
+    if (count < 1 || count > QorViewpointTiles::most)
+        throw Error(ErrorCode::invalidParams, "a viewer has 1 to " +
+                                                  std::to_string(QorViewpointTiles::most) +
+                                                  " viewpoints, not " + std::to_string(count));
+    viewer->SplitViewpoints(count);
+    return Json::object();
+}
+
+Json writePicture(Call& call) {
+    const NamedViewer named = findViewer(call.text("viewer"));
+    const std::string path = call.text("path");
+    if (path.empty())
+        throw Error(ErrorCode::invalidParams, "\"path\" is empty");
+    QorUnicodeString reason;
+    const auto picture = QorAdopt(QorViewerPictureService::Get().Take(*named.viewer, reason));
+    if (!picture)
+        throw Error(ErrorCode::failed,
+                    "there is no picture of " + inQuotes(named.path) + ": " + reason.Str());
+    if (QorPictureService::Get().Write(*picture, "PNG", path, reason) != 0)
+        throw Error(ErrorCode::failed, reason.Str());
+    return Json::object();
+}
+
 } // namespace
 
 MethodGroup viewerMethods() {
@@ -206,6 +237,10 @@ MethodGroup viewerMethods() {
              [mouse = std::make_shared<Mouse>()](Call& call) {
                  return useMouse(call, *mouse);
              }},
+        {.name = "viewer.split", .params = {viewer, {"count", ParamKind::integer}}, .run = &split},
+        {.name = "viewer.picture",
+         .params = {viewer, {"path", ParamKind::text}},
+         .run = &writePicture},
         {.name = "viewer.project",
          .params = {viewer, {"point", ParamKind::numbers}},
          .run = &project},

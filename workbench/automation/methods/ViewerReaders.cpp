@@ -58,12 +58,46 @@ Json readViewpoint(const QorViewpoint& viewpoint, bool isMain) {
     return json;
 }
 
+Json readViewport(const QorViewer& viewer, const QorViewpoint& viewpoint) {
+    std::array<float, 4> part{};
+    viewpoint.GetGLViewport(part[0], part[1], part[2], part[3]);
+    if (part[2] <= 0.0F || part[3] <= 0.0F) {
+        const Size size = sizeOf(viewer);
+        part = {0.0F, 0.0F, size.width, size.height};
+    }
+    return toJson(part.data(), 4);
+}
+
+void readLook(const Qor3DViewpoint& viewpoint, Json& out) {
+    const bool isParallel = viewpoint.GetProjection() == Qor3DViewpoint::Projection::Parallel;
+    out["eye"] = toJson(viewpoint.GetEye());
+    out["target"] = toJson(viewpoint.GetTarget());
+    out["up"] = toJson(viewpoint.GetUp());
+    out["fieldOfView"] = viewpoint.GetFieldOfView();
+    out["projection"] = isParallel ? "parallel" : "perspective";
+    out["animated"] = viewpoint.IsAnimated();
+}
+
+/// The looks that a split has added, each with what viewer.get tells of the main one at its top.
+void readSplit(const Qor3DViewer& viewer, Json& list) {
+    for (const QorVar<QorViewpoint>& one : viewer.Get3DViewpoints()) {
+        const auto* viewpoint = dynamic_cast<const Qor3DViewpoint*>(one.Get());
+        if (viewpoint == nullptr || viewpoint == viewer.GetMain3DViewpoint())
+            continue;
+        Json& json = list.emplace_back(readViewpoint(*viewpoint, false));
+        readLook(*viewpoint, json);
+        json["viewport"] = readViewport(viewer, *viewpoint);
+    }
+}
+
 Json readViewpoints(const QorViewer& viewer) {
     Json list = Json::array();
     if (const Qor3DViewpoint* solid = viewer.GetMain3DViewpoint())
         list.push_back(readViewpoint(*solid, true));
     if (const Qor2DViewpoint* flat = viewer.GetMain2DViewpoint())
         list.push_back(readViewpoint(*flat, true));
+    if (const auto* solid = dynamic_cast<const Qor3DViewer*>(&viewer))
+        readSplit(*solid, list);
     for (const QorVar<QorViewpoint>& added : viewer.GetAddedViewpoints())
         list.push_back(readViewpoint(*added, false));
     return list;
@@ -121,27 +155,11 @@ Json readBox(const Qor3DViewpoint& viewpoint) {
     return {{"low", toJson(box.low)}, {"high", toJson(box.high)}};
 }
 
-Json readViewport(const QorViewer& viewer, const QorViewpoint& viewpoint) {
-    std::array<float, 4> part{};
-    viewpoint.GetGLViewport(part[0], part[1], part[2], part[3]);
-    if (part[2] <= 0.0F || part[3] <= 0.0F) {
-        const Size size = sizeOf(viewer);
-        part = {0.0F, 0.0F, size.width, size.height};
-    }
-    return toJson(part.data(), 4);
-}
-
 void readSpace(Qor3DViewer& viewer, Json& out) {
     const Qor3DViewpoint& viewpoint = *viewer.GetMain3DViewpoint();
-    const bool isParallel = viewpoint.GetProjection() == Qor3DViewpoint::Projection::Parallel;
     std::array<float, 3> ambient{};
     viewer.GetGlobalAmbientLight(ambient[0], ambient[1], ambient[2]);
-    out["eye"] = toJson(viewpoint.GetEye());
-    out["target"] = toJson(viewpoint.GetTarget());
-    out["up"] = toJson(viewpoint.GetUp());
-    out["fieldOfView"] = viewpoint.GetFieldOfView();
-    out["projection"] = isParallel ? "parallel" : "perspective";
-    out["animated"] = viewpoint.IsAnimated();
+    readLook(viewpoint, out);
     out["viewport"] = readViewport(viewer, viewpoint);
     out["mmInSupportUnit"] = toJson(viewer.GetSupport()->GetMMInSupportUnit());
     out["vertical"] = toJson(viewer.GetVertical());

@@ -66,6 +66,7 @@ private:
         const QString help = toQt(header.GetShortHelp());
         const QKeySequence keys(toQt(header.GetShortcut()), QKeySequence::PortableText);
         action_->setText(title);
+        action_->setVisible(!title.isEmpty());
         action_->setIcon(icon(toQt(header.GetIconName())));
         action_->setShortcut(keys);
         action_->setStatusTip(toQt(header.GetLongHelp()));

@@ -2,22 +2,43 @@
 
 #include "workbench/desktop/frame/CommandActions.h"
 #include "workbench/desktop/frame/DocumentArea.h"
+#include "workbench/desktop/frame/StatusArea.h"
 #include "workbench/desktop/peers/Texts.h"
 #include "workbench/desktop/peers/WindowParts.h"
+#include "workbench/desktop/viewer/SpaceSurface.h"
 
 #include <QCloseEvent>
-#include <QLabel>
+#include <QDropEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QStatusBar>
+#include <QMimeData>
 #include <QToolBar>
+#include <QUrl>
 
 namespace qor::desktop {
 
-/// Asks instead of closing.
+namespace {
+
+std::vector<QorUnicodeString> filesIn(const QMimeData* data) {
+    std::vector<QorUnicodeString> files;
+    if (data == nullptr)
+        return files;
+    const QList<QUrl> urls = data->urls();
+    for (const QUrl& url : urls)
+        if (url.isLocalFile())
+            files.push_back(fromQt(url.toLocalFile()));
+    return files;
+}
+
+} // namespace
+
+/// Asks instead of closing, and takes files.
 class MainWindowPeer::Window : public QMainWindow {
 public:
     std::function<void()> onClose;
+    std::function<void(std::vector<QorUnicodeString>)> onDrop;
+
+    Window() { setAcceptDrops(true); }
 
     QMenu* createPopupMenu() override { return nullptr; } // its tool bars are not hidden one by one
 
@@ -27,12 +48,32 @@ protected:
         const auto close = onClose;
         close();
     }
+
+    void dragEnterEvent(QDragEnterEvent* event) override {
+        if (!filesIn(event->mimeData()).empty())
+            event->acceptProposedAction();
+    }
+
+    void dropEvent(QDropEvent* event) override {
+        event->acceptProposedAction();
+        const auto drop = onDrop;
+        drop(filesIn(event->mimeData()));
+    }
 };
 
 MainWindowPeer::MainWindowPeer(QorDialog& widget) : ContainerPeer(widget) {
     auto* window = new Window;
     setControl(window);
     window->onClose = whileAlive([this] { report([this] { return my().UserClose(); }, 0); });
+    // Later: a question box must not open while the program that the files come from waits.
+    window->onDrop = whileAlive([this](std::vector<QorUnicodeString> files) {
+        QMetaObject::invokeMethod(
+            context(),
+            [this, files = std::move(files)] {
+                report([&] { return my().UserDropFiles(files); }, 0);
+            },
+            Qt::QueuedConnection);
+    });
     build();
 }
 
@@ -40,16 +81,15 @@ MainWindowPeer::~MainWindowPeer() = default;
 
 void MainWindowPeer::build() {
     constexpr QSize startSize(1280, 800);
-    constexpr int statusMargin = 12;
-    auto* document = new DocumentArea(&window());
-    window().setCentralWidget(document);
-    setInside(document);
-    status_ = new QLabel(&window());
-    status_->setTextFormat(Qt::PlainText);
-    status_->setContentsMargins(statusMargin, 0, statusMargin, 0);
-    window().statusBar()->addWidget(status_, 1);
-    window().statusBar()->setSizeGripEnabled(false);
+    documents_ = new DocumentArea(&window());
+    window().setCentralWidget(documents_);
+    setInside(documents_);
+    status_ = new StatusArea(&window());
+    window().setStatusBar(status_);
+    status_->onCancel =
+        whileAlive([this] { report([this] { return my().UserCancelProgress(); }, 0); });
     window().resize(startSize);
+    SpaceSurface::expectIn(window());
 }
 
 void MainWindowPeer::fillBars() {
@@ -67,16 +107,22 @@ void MainWindowPeer::draw(QorAspects aspects) {
     ContainerPeer::draw(aspects);
     if ((aspects & QorAspectTitle) != 0)
         window().setWindowTitle(toQt(my().GetTitle()));
-    if ((aspects & QorAspectValue) != 0)
-        status_->setText(toQt(my().GetStatus()));
+    if ((aspects & (QorAspectValue | QorAspectRange)) != 0)
+        status_->show(my());
+}
+
+void MainWindowPeer::arrangeChildren() {
+    documents_->refresh();
 }
 
 void MainWindowPeer::drawVisibility() {
     const bool visible = my().GetVisibility() == QorDlgSHOW;
     if (visible == window().isVisible())
         return;
-    if (visible)
+    if (visible) {
         fillBars();
+        documents_->refresh();
+    }
     showWindow(window(), visible);
 }
 

@@ -5,13 +5,14 @@
 
 #include <QMainWindow>
 
-class QLabel;
-
 namespace qor::desktop {
 
 class CommandActions;
+class DocumentArea;
+class StatusArea;
 
-/// The main window: menus, tool bars, document area, status bar. Its close box only asks.
+/// The main window: menus, tool bars, document area, status bar. Its close box only asks, and files
+/// that are dropped anywhere on it are told to the frame.
 class MainWindowPeer : public ContainerPeer {
 public:
     explicit MainWindowPeer(QorDialog& widget);
@@ -21,6 +22,7 @@ public:
 protected:
     void draw(QorAspects aspects) override;
     void drawVisibility() override;
+    void arrangeChildren() override;
 
 private:
     class Window;
@@ -35,7 +37,8 @@ private:
     void fillBars();
 
     std::unique_ptr<CommandActions> actions_;
-    QLabel* status_ = nullptr; ///< belongs to the window
+    DocumentArea* documents_ = nullptr; ///< these two belong to the window
+    StatusArea* status_ = nullptr;
 };
 
 } // namespace qor::desktop

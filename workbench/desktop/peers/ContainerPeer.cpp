@@ -71,10 +71,14 @@ void ContainerPeer::layOutNow() {
     if (!waiting_)
         return;
     waiting_ = false;
-    arrange(widget(), *inside_, margin());
+    arrangeChildren();
     for (WidgetPeer* peer : peersIn(widget()))
         peer->neighboursChanged();
     orderTabs();
+}
+
+void ContainerPeer::arrangeChildren() {
+    arrange(widget(), *inside_, margin());
 }
 
 bool ContainerPeer::wantsHeight() const {

@@ -31,6 +31,9 @@ protected:
     void setInside(QWidget* inside);
     void draw(QorAspects aspects) override;
 
+    /// Puts the controls of the children where they belong, by default by their constraints.
+    virtual void arrangeChildren();
+
     /// Space around the children in device-independent pixels.
     [[nodiscard]] virtual int margin() const { return 0; }
 

@@ -1,5 +1,8 @@
 #include "workbench/desktop/peers/DialogPeer.h"
 
+#include "platform/frame/QorFrmLayout.h"
+#include "platform/frame/QorFrmWindow.h"
+#include "platform/vis/QorViewer.h"
 #include "workbench/desktop/peers/Texts.h"
 #include "workbench/desktop/peers/WindowParts.h"
 #include "workbench/desktop/theme/Icon.h"
@@ -7,15 +10,32 @@
 #include <QAbstractButton>
 #include <QGroupBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace qor::desktop {
 
 namespace {
 
+/// What draws the viewer of the current document window, or null.
+QWidget* currentViewer() {
+    const QorFrmLayout* layout = QorFrmLayout::GetCurrentLayout();
+    const QorFrmWindow* window = layout != nullptr ? layout->GetCurrentWindow() : nullptr;
+    const WidgetPeer* peer = window != nullptr ? WidgetPeer::of(window->GetViewer()) : nullptr;
+    return peer != nullptr ? peer->control() : nullptr;
+}
+
 constexpr int dialogMargin = 16;
 constexpr int groupMargin = 12;
 constexpr int toolMargin = 8;
+constexpr int titleHeight = 32; // until the window manager has drawn it
+
+QMargins frameOf(const QWidget& window) {
+    const QRect inside = window.geometry();
+    const QRect outside = window.frameGeometry();
+    return {inside.left() - outside.left(), inside.top() - outside.top(),
+            outside.right() - inside.right(), outside.bottom() - inside.bottom()};
+}
 
 struct StyleButton {
     QorDlgStyle bit;
@@ -42,6 +62,8 @@ public:
             QMetaObject::invokeMethod(
                 this, [this] { peer_.sizeChanged(); }, Qt::QueuedConnection);
         }
+        if (event->type() == QEvent::LayoutRequest)
+            peer_.grow();
         return QObject::eventFilter(object, event);
     }
 
@@ -114,6 +136,22 @@ void DialogPeer::sizeChanged() {
     report([&] { return my().UserResize(size.width(), size.height()); }, 0);
 }
 
+/// A dialog that gets other contents gives them the size they like, not the least they can live
+/// with, unless a person has chosen its size or the screen is too small.
+void DialogPeer::grow() {
+    if (control() == nullptr || (my().GetStyle() & QorDlgWndNoResize) != 0)
+        return;
+    QWidget& window = *control();
+    const QSize now = window.size();
+    if (window.isVisible() && now != given_.expandedTo(window.minimumSize()))
+        return;
+    const QMargins frame = window.isVisible() ? frameOf(window) : QMargins(0, 0, 0, titleHeight);
+    const QSize room = window.screen()->availableSize().shrunkBy(frame);
+    const QSize wanted = window.sizeHint().boundedTo(room).expandedTo(window.minimumSize());
+    given_ = window.isVisible() ? now.expandedTo(wanted) : wanted;
+    window.resize(given_);
+}
+
 void DialogPeer::draw(QorAspects aspects) {
     ContainerPeer::draw(aspects);
     if ((aspects & QorAspectTitle) != 0)
@@ -128,18 +166,24 @@ void DialogPeer::drawVisibility() {
         return;
     if (show) {
         layOutNow();
+        if (!given_.isValid())
+            grow();
         place();
         focusFirst();
     }
     showWindow(*control(), show);
 }
 
-/// A frame of tools starts at the top left of the document, out of the way; Qt centres the others.
+/// A frame of tools starts at the top left of what is looked at; Qt centres the others.
 void DialogPeer::place() const {
     const QWidget* owner = control()->parentWidget();
+    if ((widget().GetStyle() & QorDlgWndToolBar) == 0 || owner == nullptr)
+        return;
     constexpr QPoint belowTheBars(24, 112);
-    if ((widget().GetStyle() & QorDlgWndToolBar) != 0 && owner != nullptr)
-        control()->move(owner->mapToGlobal(belowTheBars));
+    constexpr QPoint inTheCorner(16, 16);
+    const QWidget* viewer = currentViewer();
+    control()->move(viewer != nullptr ? viewer->mapToGlobal(inTheCorner)
+                                      : owner->mapToGlobal(belowTheBars));
 }
 
 /// A dialog begins at its first control, so that it can be used by the keyboard at once.

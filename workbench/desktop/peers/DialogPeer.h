@@ -6,6 +6,7 @@
 #include "workbench/desktop/peers/WindowControl.h"
 
 #include <QDialogButtonBox>
+#include <QSize>
 
 namespace qor::desktop {
 
@@ -31,11 +32,13 @@ private:
     void addButtons(Window& window, QLayout& layout);
     void connectHooks(Window& window);
     void sizeChanged();
+    void grow();
     void place() const;
     void focusFirst() const;
 
     QDialogButtonBox* buttons_ = nullptr; ///< belongs to the window
     bool sizeWaits_ = false;
+    QSize given_; ///< the window's size by this peer, until a person chooses another
 };
 
 /// A frame with title and border, or plain.

@@ -38,6 +38,8 @@ void drawTip(const QStyleOption& option, QPainter& painter, const QWidget* widge
 void drawBar(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 void drawMenuBarBack(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 void drawHeader(const QStyleOption& option, QPainter& painter, const QWidget* widget);
+void drawTab(const QStyleOption& option, QPainter& painter, const QWidget* widget);
+void drawTabClose(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 void drawRow(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 void drawNothing(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 

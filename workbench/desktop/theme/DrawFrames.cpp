@@ -103,6 +103,36 @@ void drawHeader(const QStyleOption& option, QPainter& painter, const QWidget* /*
                      look.colors.line);
 }
 
+/// The back of a tab: the one in front is as light as what it stands for, with a line of the
+/// accent.
+void drawTab(const QStyleOption& option, QPainter& painter, const QWidget* /*widget*/) {
+    constexpr int lineHeight = 2;
+    constexpr int inset = 8;
+    const Look look(option);
+    const QRect& rect = option.rect;
+    const bool front = option.state.testFlag(QStyle::State_Selected);
+    painter.fillRect(rect, front          ? look.colors.field
+                           : look.hovered ? look.colors.hover
+                                          : look.colors.window);
+    if (front)
+        painter.fillRect(QRect(rect.left(), rect.top(), rect.width(), lineHeight),
+                         look.colors.accent);
+    else
+        painter.fillRect(QRect(rect.right(), rect.top() + inset, 1, rect.height() - 2 * inset),
+                         look.colors.line);
+    if (look.keyboardFocused)
+        drawRing(painter, QRectF(rect));
+}
+
+void drawTabClose(const QStyleOption& option, QPainter& painter, const QWidget* /*widget*/) {
+    constexpr int size = 12;
+    const Look look(option);
+    if (look.hovered && look.enabled)
+        drawPanel(painter, QRectF(option.rect), look.colors.pressed, QColor(), 3.0);
+    drawIcon(painter, option.rect, QStringLiteral("close"), size,
+             look.hovered ? look.colors.text : look.colors.muted);
+}
+
 /// The back of a row in a list, or of a menu's entry.
 void drawRow(const QStyleOption& option, QPainter& painter, const QWidget* /*widget*/) {
     constexpr qreal radius = 4.0;

@@ -48,6 +48,13 @@ constexpr Row<QStyle::PixelMetric, int> metrics[] = {
     {QStyle::PM_LayoutRightMargin, 16},
     {QStyle::PM_LayoutBottomMargin, 16},
     {QStyle::PM_MessageBoxIconSize, 32},
+    {QStyle::PM_TabBarTabHSpace, 28},
+    {QStyle::PM_TabBarTabVSpace, 14},
+    {QStyle::PM_TabBarTabShiftVertical, 0},
+    {QStyle::PM_TabBarTabShiftHorizontal, 0},
+    {QStyle::PM_TabBarTabOverlap, 0},
+    {QStyle::PM_TabCloseIndicatorWidth, 16},
+    {QStyle::PM_TabCloseIndicatorHeight, 16},
 };
 
 const Row<QStyle::StyleHint, int> hints[] = {
@@ -66,6 +73,9 @@ const Row<QStyle::StyleHint, int> hints[] = {
 };
 
 const Row<QStyle::StandardPixmap, const char*> icons[] = {
+    {QStyle::SP_TitleBarCloseButton, "close"},
+    {QStyle::SP_LineEditClearButton, "close"},
+    {QStyle::SP_ToolBarHorizontalExtensionButton, "right"},
     {QStyle::SP_DirIcon, "folder"},
     {QStyle::SP_DirClosedIcon, "folder"},
     {QStyle::SP_DirOpenIcon, "open"},

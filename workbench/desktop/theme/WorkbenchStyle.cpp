@@ -27,6 +27,8 @@ constexpr Row<QStyle::PrimitiveElement, DrawElement> primitives[] = {
     {QStyle::PE_PanelTipLabel, drawTip},
     {QStyle::PE_PanelItemViewItem, drawRow},
     {QStyle::PE_PanelItemViewRow, drawNothing},
+    {QStyle::PE_FrameTabBarBase, drawNothing},
+    {QStyle::PE_IndicatorTabClose, drawTabClose},
     {QStyle::PE_FrameStatusBarItem, drawNothing},
     {QStyle::PE_PanelStatusBar, drawNothing},
     {QStyle::PE_PanelMenuBar, drawMenuBarBack},
@@ -41,6 +43,7 @@ constexpr Row<QStyle::ControlElement, DrawElement> controls[] = {
     {QStyle::CE_RubberBand, drawRow},
     {QStyle::CE_HeaderSection, drawHeader},
     {QStyle::CE_HeaderEmptyArea, drawHeader},
+    {QStyle::CE_TabBarTabShape, drawTab},
 };
 
 constexpr Row<QStyle::ComplexControl, DrawElement> complexControls[] = {

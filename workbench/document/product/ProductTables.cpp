@@ -65,12 +65,66 @@ Product loadAll(sqlite3* database, const tables::LoadLimits& limits, const ReadO
     return product;
 }
 
-void storeAll(sqlite3* database, const Product& product, const ProductProgress& progress) {
+/// The arrays of a product that has been checked as a whole.
+class OwnArrays : public tables::ArraySource {
+public:
+    explicit OwnArrays(const Product& product) : product_(product) {}
+
+    [[nodiscard]] const Mesh& mesh(std::size_t index) override { return product_.meshes[index]; }
+
+    [[nodiscard]] const Texture& texture(std::size_t index) override {
+        return product_.textures[index];
+    }
+
+private:
+    const Product& product_;
+};
+
+/// Arrays made for the moment, each checked as it comes.
+class MadeArrays : public tables::ArraySource {
+public:
+    MadeArrays(const ProductArrays& arrays, std::size_t materials)
+        : arrays_(arrays), materials_(materials) {}
+
+    [[nodiscard]] const Mesh& mesh(std::size_t index) override {
+        mesh_ = arrays_.mesh(index);
+        expectSound("mesh", index, findMeshFault(mesh_));
+        for (const MeshGroup& group : mesh_.groups)
+            if (group.material < none || group.material >= static_cast<std::int64_t>(materials_))
+                expectSound("mesh", index, "it names a material that is not there");
+        return mesh_;
+    }
+
+    [[nodiscard]] const Texture& texture(std::size_t index) override {
+        texture_ = arrays_.texture(index);
+        if (texture_.pixels.size() != std::uint64_t{4} * texture_.width * texture_.height)
+            expectSound("texture", index, "its pixels do not fill its size");
+        return texture_;
+    }
+
+private:
+    static void
+    expectSound(const char* what, std::size_t index, const std::optional<std::string>& fault) {
+        if (fault)
+            throw tables::DatabaseError(
+                SQLITE_CONSTRAINT, std::string(what) + " " + std::to_string(index) + ": " + *fault);
+    }
+
+    const ProductArrays& arrays_;
+    std::size_t materials_;
+    Mesh mesh_;
+    Texture texture_;
+};
+
+void storeAll(sqlite3* database,
+              const Product& product,
+              tables::ArraySource& arrays,
+              const ProductProgress& progress) {
     tables::resetProductTables(database);
     tables::storeInfo(database, product);
-    tables::storeTextures(database, product);
+    tables::storeTextures(database, product.textures.size(), arrays);
     tables::storeMaterials(database, product);
-    tables::storeMeshes(database, product, progress);
+    tables::storeMeshes(database, product.meshes.size(), arrays, progress);
     tables::storeTree(database, product);
     tables::storeViews(database, product);
     tables::storeAnimations(database, product);
@@ -111,17 +165,39 @@ Result<Product> loadProduct(sqlite3* database,
     });
 }
 
-Result<Done> storeProduct(sqlite3* database,
+namespace {
+
+Result<Done> storeChecked(sqlite3* database,
                           const std::string& name,
                           const Product& product,
+                          tables::ArraySource& arrays,
                           const ProductProgress& progress) {
     if (const auto fault = findFault(product))
         return Failure{FaultKind::Internal,
                        name + ": not saved, the product is unsound: " + *fault};
     return tables::guarded(name, [&]() -> Result<Done> {
-        storeAll(database, product, progress);
+        storeAll(database, product, arrays, progress);
         return Done{};
     });
+}
+
+} // namespace
+
+Result<Done> storeProduct(sqlite3* database,
+                          const std::string& name,
+                          const Product& product,
+                          const ProductProgress& progress) {
+    OwnArrays arrays(product);
+    return storeChecked(database, name, product, arrays, progress);
+}
+
+Result<Done> storeProduct(sqlite3* database,
+                          const std::string& name,
+                          const Product& product,
+                          const ProductArrays& arrays,
+                          const ProductProgress& progress) {
+    MadeArrays made(arrays, product.materials.size());
+    return storeChecked(database, name, product, made, progress);
 }
 
 } // namespace qor::document

@@ -27,6 +27,24 @@ inline constexpr int productTablesVersion = 1;
                                         const Product& product,
                                         const ProductProgress& progress = {});
 
+/// Where the large arrays of a product come from while it is stored, for products that keep them in
+/// another form: each is asked for once, in order, and dropped before the next.
+class ProductArrays {
+public:
+    virtual ~ProductArrays() = default;
+    /// In place of Product::meshes[index].
+    [[nodiscard]] virtual Mesh mesh(std::size_t index) const = 0;
+    /// In place of Product::textures[index].
+    [[nodiscard]] virtual Texture texture(std::size_t index) const = 0;
+};
+
+/// The same, with meshes and textures from \p arrays; those of \p product give their number only.
+[[nodiscard]] Result<Done> storeProduct(sqlite3* database,
+                                        const std::string& name,
+                                        const Product& product,
+                                        const ProductArrays& arrays,
+                                        const ProductProgress& progress = {});
+
 /// Reads the product tables of an open database; see readProduct for what is checked. \p sizeLimit
 /// is the size of the file in bytes: no value in it can be longer.
 [[nodiscard]] Result<Product> loadProduct(sqlite3* database,

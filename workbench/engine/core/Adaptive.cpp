@@ -171,10 +171,32 @@ bool Adaptive::isVisiblyNoisy(std::size_t place) const {
     return false;
 }
 
+/// Whether most of the blocks around are noisy and have at least as many samples: a block that
+/// looks calm there was only lucky so far.
+bool Adaptive::liesAmongNoisy(const std::vector<bool>& noisy, const BlockWork& work) const {
+    constexpr int most = 4;
+    const BlockGrid& grid = film_.grid();
+    const std::uint32_t own = film_.samples(grid.index(work.column, work.row));
+    int count = 0;
+    for (int row = std::max(0, work.row - 1); row <= std::min(grid.rows - 1, work.row + 1); ++row)
+        for (int column = std::max(0, work.column - 1);
+             column <= std::min(grid.columns - 1, work.column + 1); ++column) {
+            const std::size_t index = grid.index(column, row);
+            count += noisy[index] && film_.samples(index) >= own ? 1 : 0;
+        }
+    return count >= most;
+}
+
 std::vector<bool> Adaptive::chooseByContrast() const {
-    std::vector<bool> chosen(order_.size());
+    std::vector<bool> noisy(order_.size()); // by index in the grid
     for (std::size_t place = 0; place < order_.size(); ++place)
-        chosen[place] = isVisiblyNoisy(place);
+        noisy[film_.grid().index(order_[place].column, order_[place].row)] = isVisiblyNoisy(place);
+    std::vector<bool> chosen(order_.size());
+    for (std::size_t place = 0; place < order_.size(); ++place) {
+        const BlockWork& work = order_[place];
+        chosen[place] =
+            noisy[film_.grid().index(work.column, work.row)] || liesAmongNoisy(noisy, work);
+    }
     return chosen;
 }
 

@@ -44,6 +44,7 @@ private:
     bool isVisiblyNoisy(std::size_t place) const;
     std::vector<bool> chooseByTarget();
     std::vector<bool> chooseByContrast() const;
+    bool liesAmongNoisy(const std::vector<bool>& noisy, const BlockWork& work) const;
     int nextCount(int have) const;
 
     const RenderOptions& options_;

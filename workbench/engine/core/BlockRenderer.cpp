@@ -31,11 +31,6 @@ Hit hitOf(const RayHitPacket& packet, std::size_t lane) {
             packet.hit.u[lane], packet.hit.v[lane]};
 }
 
-/// The numbers of everything behind the camera are independent of those that place the ray.
-Sampler pathSampler(std::uint32_t seed, std::uint32_t index) {
-    return {hash32(seed ^ 0x68bc21ebU), index};
-}
-
 } // namespace
 
 Vec2 BlockRenderer::filterOffset(const Vec2& u) const {
@@ -142,7 +137,7 @@ void BlockRenderer::trace(const LanePlaces& places, LaneColors& colors) {
         scene_.structure().intersect(all, packet);
     if (plain_.apply()) {
         showBackground(places, packet, colors);
-        if (plain_.shade(packet, colors, tracer_.counts()))
+        if (plain_.shade(places, packet, colors, tracer_.counts()))
             return;
     }
     traceAny(places, packet, colors);
@@ -218,7 +213,7 @@ void BlockRenderer::addLight(SeenLanes& seen, int light) {
         const LightSampler& lights = scene_.lights();
         const Vec2 u = lights.isDelta(light) ? Vec2{} : seen[i]->sampler.next2D();
         const LightSample sample = lights.sample(light, surface.position, u);
-        arriving[i] = PathTracer::unshadowed(seen[i]->vertex, sample);
+        arriving[i] = PathTracer::unshadowed(seen[i]->vertex, sample).whole();
         if (!(maxComponent(arriving[i]) > 0.0F))
             continue;
         if (!sample.castsShadows) {

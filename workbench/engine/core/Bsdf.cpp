@@ -1,7 +1,7 @@
 #include "workbench/engine/core/Bsdf.h"
 
+#include "workbench/engine/core/GlassAlbedo.h"
 #include "workbench/engine/core/Microfacet.h"
-#include "workbench/engine/core/Sampler.h"
 
 #include <limits>
 
@@ -26,28 +26,28 @@ Vec3 mirrored(const Vec3& wo) {
     return {-wo.x, -wo.y, wo.z};
 }
 
-/// Share of light that a rough dielectric boundary reflects, by the facets seen from \p wo.
-float boundaryAlbedo(const Vec3& wo, float alpha, float eta) {
-    constexpr std::uint32_t facets = 16;
-    float sum = 0.0F;
-    for (std::uint32_t i = 0; i < facets; ++i)
-        sum += fresnelDielectric(
-            dot(wo, ggx::sampleVisible(wo, std::max(alpha, mirrorAlpha), scrambledPoint(i, 3))),
-            eta);
-    return sum / facets;
+/// \p toEye in \p frame, just above its horizon at least.
+Vec3 eyeIn(const Frame& frame, const Vec3& toEye) {
+    Vec3 wo = frame.toLocal(toEye);
+    wo.z = std::max(wo.z, 1e-4F);
+    return normalize(wo);
 }
 
 } // namespace
 
-Bsdf::Bsdf(const SurfaceMaterial& material, const Vec3& normal, const Vec3& toEye, bool frontFace)
+Bsdf::Bsdf(const SurfaceMaterial& material,
+           const Vec3& normal,
+           const Vec3& coatNormal,
+           const Vec3& toEye,
+           bool frontFace)
     : frame_(normal)
-    , wo_(frame_.toLocal(toEye))
+    , coatFrame_(material.clearcoat > 0.0F ? Frame(coatNormal) : frame_)
+    , wo_(eyeIn(frame_, toEye))
+    , coatWo_(material.clearcoat > 0.0F ? eyeIn(coatFrame_, toEye) : wo_)
     , alpha_(material.roughness * material.roughness)
     , coatAlpha_(material.clearcoatRoughness * material.clearcoatRoughness)
     , eta_(frontFace || material.thinWalled ? material.ior : 1.0F / material.ior)
     , thin_(material.thinWalled) {
-    wo_.z = std::max(wo_.z, 1e-4F);
-    wo_ = normalize(wo_);
     setUpCoat(material);
     setUpBase(material);
 }
@@ -55,7 +55,7 @@ Bsdf::Bsdf(const SurfaceMaterial& material, const Vec3& normal, const Vec3& toEy
 void Bsdf::setUpCoat(const SurfaceMaterial& material) {
     if (!(material.clearcoat > 0.0F))
         return;
-    const DirectionalAlbedo e = directionalAlbedo(wo_.z, material.clearcoatRoughness);
+    const DirectionalAlbedo e = directionalAlbedo(coatWo_.z, material.clearcoatRoughness);
     coatCompensation_ = 1.0F + coatF0 * (1.0F - e.whole()) / e.whole();
     coat_ = material.clearcoat;
     const float reflected = coat_ * (coatF0 * e.scale + e.bias) * coatCompensation_;
@@ -83,22 +83,9 @@ void Bsdf::setUpBase(const SurfaceMaterial& material) {
     const DirectionalAlbedo e = directionalAlbedo(wo_.z, material.roughness);
     Color reflected;
     if (dielectric_ > 0.0F) {
-        // The boundary of glass: one lobe up, one down, both by Fresnel's equations.
-        const float share = fresnelDielectric(wo_.z, eta_);
         f0_ = material.baseColor * metal;
         f90_ = Vec3{metal, metal, metal};
-        reflected = f0_ * e.scale + f90_ * e.bias + Vec3{1.0F, 1.0F, 1.0F} * (dielectric_ * share);
-        const Color white{1.0F, 1.0F, 1.0F};
-        const Color& base = material.baseColor;
-        // A solid is crossed at two boundaries, a pane at one.
-        tint_ =
-            (thin_ ? base : Color{std::sqrt(base.x), std::sqrt(base.y), std::sqrt(base.z)}) * glass;
-        if (material.transmission < 1.0F) {
-            const float under = 1.0F - boundaryAlbedo(wo_, alpha_, eta_);
-            diffuse_ = base * ((1.0F - metal) * (1.0F - material.transmission) * under * below_);
-        }
-        albedo_[static_cast<std::size_t>(Lobe::transmission)] =
-            luminance(white * tint_) * (1.0F - share) * below_;
+        reflected = f0_ * e.scale + f90_ * e.bias + setUpGlass(material, glass);
     } else {
         compensation_ = Vec3{1.0F, 1.0F, 1.0F} + f0_ * ((1.0F - e.whole()) / e.whole());
         reflected = (f0_ * e.scale + f90_ * e.bias) * compensation_;
@@ -113,18 +100,48 @@ void Bsdf::setUpBase(const SurfaceMaterial& material) {
     albedo_[static_cast<std::size_t>(Lobe::diffuse)] = luminance(diffuse_);
 }
 
+/// The boundary of glass: one lobe up, one down, both by Fresnel's equations, with what single
+/// scattering loses shared out among them. Returns what it reflects.
+Color Bsdf::setUpGlass(const SurfaceMaterial& material, float glass) {
+    const bool rough = alpha_ >= mirrorAlpha;
+    float share = thin_ ? paneReflectance(wo_.z) : fresnelDielectric(wo_.z, eta_);
+    if (rough && thin_) {
+        glassCompensation_ = 1.0F / directionalAlbedo(wo_.z, material.roughness).whole();
+    } else if (rough) {
+        const GlassAlbedo albedo = glassAlbedo(wo_.z, material.roughness, eta_);
+        glassCompensation_ = 1.0F / albedo.whole;
+        share = albedo.reflected * glassCompensation_;
+    }
+    const Color& base = material.baseColor;
+    // A solid is crossed at two boundaries, a pane at one.
+    tint_ = (thin_ ? base : Color{std::sqrt(base.x), std::sqrt(base.y), std::sqrt(base.z)}) * glass;
+    diffuse_ = base * ((dielectric_ - glass) * (1.0F - share) * below_);
+    albedo_[static_cast<std::size_t>(Lobe::transmission)] =
+        luminance(tint_) * (1.0F - share) * below_;
+    return Vec3{1.0F, 1.0F, 1.0F} * (dielectric_ * share);
+}
+
+/// Of both sides of a pane together, light going to and fro in it.
+float Bsdf::paneReflectance(float cosTheta) const {
+    const float share = fresnelDielectric(cosTheta, eta_);
+    return 2.0F * share / (1.0F + share);
+}
+
 bool Bsdf::isDelta(Lobe lobe) const {
     return lobe != Lobe::diffuse && alpha(lobe) < mirrorAlpha;
+}
+
+Color Bsdf::coatFresnel(float cosTheta) const {
+    const float f = coat_ * schlick(coatF0, 1.0F, cosTheta) * coatCompensation_;
+    return {f, f, f};
 }
 
 Color Bsdf::specularFresnel(float cosTheta) const {
     const float grazing = fifthPower(std::clamp(1.0F - cosTheta, 0.0F, 1.0F));
     Color f = (f0_ + (f90_ - f0_) * grazing) * compensation_;
     if (dielectric_ > 0.0F) {
-        float share = fresnelDielectric(cosTheta, eta_);
-        if (thin_)
-            share = 2.0F * share / (1.0F + share);
-        f += Vec3{share, share, share} * dielectric_;
+        const float share = thin_ ? paneReflectance(cosTheta) : fresnelDielectric(cosTheta, eta_);
+        f += Vec3{share, share, share} * (dielectric_ * glassCompensation_);
     }
     return f * below_;
 }
@@ -139,7 +156,7 @@ LobeValue Bsdf::evaluate(Lobe lobe, const Vec3& toLight) const {
     case Lobe::specular:
         return reflection(wi, alpha_, false);
     case Lobe::clearcoat:
-        return reflection(wi, coatAlpha_, true);
+        return reflection(coatFrame_.toLocal(toLight), coatAlpha_, true);
     case Lobe::transmission:
         return refraction(wi);
     }
@@ -149,24 +166,19 @@ LobeValue Bsdf::evaluate(Lobe lobe, const Vec3& toLight) const {
 LobeValue Bsdf::reflection(const Vec3& wi, float alpha, bool coat) const {
     if (wi.z <= 0.0F || alpha < mirrorAlpha)
         return {};
-    const Vec3 h = normalize(wo_ + wi);
-    const float cosH = dot(wo_, h);
-    const float d = ggx::density(h, alpha) / (4.0F * wo_.z);
-    const float value = d * ggx::visibleFromBoth(wo_, wi, alpha);
-    const float pdf = d * ggx::visible(wo_, alpha);
-    if (coat) {
-        const float f = coat_ * schlick(coatF0, 1.0F, cosH) * coatCompensation_;
-        return {Vec3{f, f, f} * value, pdf};
-    }
-    return {specularFresnel(cosH) * value, pdf};
+    const Vec3& wo = coat ? coatWo_ : wo_;
+    const Vec3 h = normalize(wo + wi);
+    const float cosH = dot(wo, h);
+    const float d = ggx::density(h, alpha) / (4.0F * wo.z);
+    const float value = d * ggx::visibleFromBoth(wo, wi, alpha);
+    const float pdf = d * ggx::visible(wo, alpha);
+    return {(coat ? coatFresnel(cosH) : specularFresnel(cosH)) * value, pdf};
 }
 
 /// Colour of what passes a facet under \p cosTheta.
 Color Bsdf::transmitted(float cosTheta) const {
-    float share = fresnelDielectric(cosTheta, eta_);
-    if (thin_)
-        share = 2.0F * share / (1.0F + share);
-    return tint_ * ((1.0F - share) * below_);
+    const float share = thin_ ? paneReflectance(cosTheta) : fresnelDielectric(cosTheta, eta_);
+    return tint_ * ((1.0F - share) * glassCompensation_ * below_);
 }
 
 /// Method: Walter et al., "Microfacet Models for Refraction through Rough Surfaces", EGSR 2007.
@@ -181,9 +193,7 @@ LobeValue Bsdf::refraction(const Vec3& wi) const {
         return {transmitted(dot(wo_, h)) * (d * ggx::visibleFromBoth(wo_, up, alpha_)),
                 d * ggx::visible(wo_, alpha_)};
     }
-    Vec3 h = normalize(wo_ + wi * eta_);
-    if (h.z < 0.0F)
-        h = -h;
+    const Vec3 h = bendingFacet(wi);
     const float cosO = dot(wo_, h);
     const float cosI = dot(wi, h);
     if (cosO <= 0.0F || cosI >= 0.0F)
@@ -194,6 +204,28 @@ LobeValue Bsdf::refraction(const Vec3& wi) const {
     const Vec3 below{wi.x, wi.y, -wi.z};
     return {transmitted(cosO) * (d * ggx::visibleFromBoth(wo_, below, alpha_)),
             d * ggx::visible(wo_, alpha_)};
+}
+
+/// The facet that refracts light from \p wi, below the surface, to the eye.
+Vec3 Bsdf::bendingFacet(const Vec3& wi) const {
+    const Vec3 h = thin_ ? normalize(wo_ + Vec3{wi.x, wi.y, -wi.z}) : normalize(wo_ + wi * eta_);
+    return h.z < 0.0F ? -h : h;
+}
+
+float Bsdf::reflectedShare(float cosTheta) const {
+    const float reflected = luminance(specularFresnel(cosTheta));
+    const float whole = reflected + luminance(transmitted(cosTheta));
+    return whole > 0.0F ? reflected / whole : 1.0F;
+}
+
+float Bsdf::facetReflects(const Vec2& u) const {
+    return reflectedShare(dot(wo_, ggx::sampleVisible(wo_, alpha_, u)));
+}
+
+float Bsdf::facetReflects(Lobe lobe, const Vec3& toLight) const {
+    const Vec3 wi = frame_.toLocal(toLight);
+    const Vec3 h = lobe == Lobe::transmission ? bendingFacet(wi) : normalize(wo_ + wi);
+    return reflectedShare(dot(wo_, h));
 }
 
 LobeSample Bsdf::sample(Lobe lobe, const Vec2& u) const {
@@ -216,19 +248,20 @@ LobeSample Bsdf::sampleDiffuse(const Vec2& u) const {
 }
 
 LobeSample Bsdf::sampleReflection(const Vec2& u, float alpha, bool coat) const {
+    const Vec3& wo = coat ? coatWo_ : wo_;
+    const Frame& frame = coat ? coatFrame_ : frame_;
     const bool mirror = alpha < mirrorAlpha;
-    const Vec3 h = mirror ? Vec3{0.0F, 0.0F, 1.0F} : ggx::sampleVisible(wo_, alpha, u);
-    const float cosH = dot(wo_, h);
-    const Vec3 wi = mirror ? mirrored(wo_) : h * (2.0F * cosH) - wo_;
+    const Vec3 h = mirror ? Vec3{0.0F, 0.0F, 1.0F} : ggx::sampleVisible(wo, alpha, u);
+    const float cosH = dot(wo, h);
+    const Vec3 wi = mirror ? mirrored(wo) : h * (2.0F * cosH) - wo;
     if (wi.z <= 0.0F)
         return {};
-    const float coatF = coat_ * schlick(coatF0, 1.0F, cosH) * coatCompensation_;
-    const Color fresnel = coat ? Vec3{coatF, coatF, coatF} : specularFresnel(cosH);
+    const Color fresnel = coat ? coatFresnel(cosH) : specularFresnel(cosH);
     if (mirror)
-        return {frame_.toWorld(wi), fresnel, std::numeric_limits<float>::infinity(), true};
-    const float seen = ggx::visible(wo_, alpha);
-    const float pdf = ggx::density(h, alpha) * seen / (4.0F * wo_.z);
-    return {frame_.toWorld(wi), fresnel * (ggx::visibleFromBoth(wo_, wi, alpha) / seen), pdf,
+        return {frame.toWorld(wi), fresnel, std::numeric_limits<float>::infinity(), true};
+    const float seen = ggx::visible(wo, alpha);
+    const float pdf = ggx::density(h, alpha) * seen / (4.0F * wo.z);
+    return {frame.toWorld(wi), fresnel * (ggx::visibleFromBoth(wo, wi, alpha) / seen), pdf,
             pdf > 0.0F};
 }
 

@@ -42,6 +42,8 @@ struct SurfaceMaterial {
     float clearcoat = 0.0F;
     float clearcoatRoughness = 0.0F;
     Color emission;
+    float occlusion = 1.0F; ///< share of ambient light that gets there
+    Color absorption;       ///< per length, of the inside
 };
 
 /// What one lobe sends from a light's direction to the eye, and with which density it would have
@@ -68,7 +70,15 @@ class Bsdf {
 public:
     /// \p normal is the shading normal, a unit vector on the side of \p toEye; \p frontFace tells
     /// whether the light that leaves comes from outside.
-    Bsdf(const SurfaceMaterial& material, const Vec3& normal, const Vec3& toEye, bool frontFace);
+    Bsdf(const SurfaceMaterial& material, const Vec3& normal, const Vec3& toEye, bool frontFace)
+        : Bsdf(material, normal, normal, toEye, frontFace) {}
+
+    /// With a normal of its own for the clear coat.
+    Bsdf(const SurfaceMaterial& material,
+         const Vec3& normal,
+         const Vec3& coatNormal,
+         const Vec3& toEye,
+         bool frontFace);
 
     /// Share of the light of all lobes together that \p lobe returns, about; the probabilities to
     /// choose lobes by.
@@ -90,11 +100,25 @@ public:
     LobeValue evaluate(Lobe lobe, const Vec3& toLight) const;
     LobeSample sample(Lobe lobe, const Vec2& u) const;
 
+    /// Whether facets both reflect and transmit, some more of this, some more of that.
+    bool hasFacets() const { return dielectric_ > 0.0F && !isDelta(Lobe::specular); }
+
+    /// Of the facet that sample() chooses by \p u for specular and transmission: share of what it
+    /// returns that it reflects.
+    float facetReflects(const Vec2& u) const;
+    /// The same of the facet that sends light from \p toLight to the eye by \p lobe.
+    float facetReflects(Lobe lobe, const Vec3& toLight) const;
+
     const Frame& frame() const { return frame_; }
 
 private:
     void setUpCoat(const SurfaceMaterial& material);
     void setUpBase(const SurfaceMaterial& material);
+    Color setUpGlass(const SurfaceMaterial& material, float glass);
+    float reflectedShare(float cosTheta) const;
+    Vec3 bendingFacet(const Vec3& wi) const;
+    float paneReflectance(float cosTheta) const;
+    Color coatFresnel(float cosTheta) const;
     Color specularFresnel(float cosTheta) const;
     LobeValue reflection(const Vec3& wi, float alpha, bool coat) const;
     LobeValue refraction(const Vec3& wi) const;
@@ -104,7 +128,9 @@ private:
     Color transmitted(float cosTheta) const;
 
     Frame frame_;
+    Frame coatFrame_;
     Vec3 wo_;
+    Vec3 coatWo_;
     std::array<float, lobeCount> albedo_{};
     Color diffuse_;
     Color f0_;
@@ -117,6 +143,7 @@ private:
     float coatCompensation_ = 1.0F;
     float below_ = 1.0F;      ///< what the coat lets through
     float dielectric_ = 0.0F; ///< share of the boundary that follows Fresnel's equations exactly
+    float glassCompensation_ = 1.0F; ///< what single scattering at the boundary loses
     float eta_ = 1.0F;
     bool thin_ = false;
     bool diffuseOnly_ = false;

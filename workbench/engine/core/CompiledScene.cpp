@@ -1,5 +1,6 @@
 #include "workbench/engine/core/CompiledScene.h"
 
+#include "workbench/engine/core/GlassAlbedo.h"
 #include "workbench/engine/core/Microfacet.h"
 
 #include <limits>
@@ -9,24 +10,31 @@ namespace qor::engine {
 
 namespace {
 
-void dropTextures(Material& material) {
-    material.baseTexture.picture = nullptr;
-    material.metallicRoughnessTexture.picture = nullptr;
-    material.emissionTexture.picture = nullptr;
-    material.normalTexture.picture = nullptr;
+/// What a material's inside absorbs: its colour is what is left after a distance (Beer's law).
+Color absorptionOf(const Material& m) {
+    if (m.thinWalled || !(m.attenuationDistance > 0.0F))
+        return {};
+    const auto one = [&](float left) {
+        constexpr float darkest = 1e-6F;
+        return -std::log(std::max(left, darkest)) / m.attenuationDistance;
+    };
+    return {one(m.attenuationColor.x), one(m.attenuationColor.y), one(m.attenuationColor.z)};
 }
 
 CompiledMaterial compile(const Material& source, const RenderOptions& options) {
     CompiledMaterial result{source};
     Material& m = result.material;
-    if (!options.textures)
-        dropTextures(m);
-    result.textured = m.baseTexture.picture || m.metallicRoughnessTexture.picture ||
-                      m.emissionTexture.picture || m.normalTexture.picture;
+    forEachTexture(m, [&](Texture& texture) {
+        if (!options.textures)
+            texture.picture = nullptr;
+        result.textured = result.textured || texture.picture;
+    });
+    result.absorption = absorptionOf(m);
     result.emissive = maxComponent(m.emission) > 0.0F;
     result.emissionSampled = result.emissive && !m.emissionTexture.picture;
     const bool cutOut =
-        m.opacity < 1.0F || (m.baseTexture.picture && !m.baseTexture.picture->isOpaque());
+        m.alphaMode != AlphaMode::opaque &&
+        (m.opacity < 1.0F || (m.baseTexture.picture && !m.baseTexture.picture->isOpaque()));
     result.transparent = cutOut || m.transmission > 0.0F;
     const bool shines =
         m.metallic > 0.0F || m.clearcoat > 0.0F || (m.specular > 0.0F && m.ior > 1.0F);
@@ -78,6 +86,10 @@ void addInstance(Box& box, const Instance& instance) {
 Result<CompiledScenePtr> CompiledScene::create(Scene scene, const RenderOptions& options) {
     static_cast<void>(
         directionalAlbedo(1.0F, 1.0F)); // its table belongs to preparation, not to the first tile
+    for (const Material& m : scene.materials)
+        if (m.transmission > 0.0F && m.roughness > 0.0F && !m.thinWalled)
+            for (const float eta : {m.ior, 1.0F / m.ior})
+                static_cast<void>(glassAlbedo(1.0F, 1.0F, eta));
     if (scene.assembly && !scene.assembly->instances().empty()) {
         const Result<Done> prepared = scene.assembly->prepare();
         if (!prepared)
@@ -121,7 +133,24 @@ void CompiledScene::compileInstances() {
         target.lastSlot = static_cast<std::uint32_t>(source.materials.size()) - 1;
         target.precision = precisionOf(*source.mesh, source.transform);
         target.flat = source.mesh->data().normals.empty();
+        target.colored = !source.mesh->data().colors.empty();
         materialOf_.insert(materialOf_.end(), source.materials.begin(), source.materials.end());
+        if (target.colored)
+            takeCornerColors(target, source.materials.size());
+    }
+}
+
+/// Materials under a mesh's own colours are not the same everywhere.
+void CompiledScene::takeCornerColors(const CompiledInstance& instance, std::size_t slots) {
+    const auto& colors = instance.mesh->colors;
+    const bool seeThrough =
+        std::any_of(colors.begin(), colors.end(), [](const auto& c) { return c[3] != 255; });
+    for (std::size_t slot = 0; slot < slots; ++slot) {
+        CompiledMaterial& material = materials_[materialOf_[instance.firstMaterial + slot]];
+        material.plain = false;
+        material.transparent = material.transparent ||
+                               (seeThrough && material.material.alphaMode != AlphaMode::opaque);
+        transparent_ = transparent_ || material.transparent;
     }
 }
 
@@ -176,9 +205,7 @@ std::size_t CompiledScene::memory() const {
             bytes += picture->memory();
     };
     for (const Material& m : scene_.materials)
-        for (const Texture* texture :
-             {&m.baseTexture, &m.metallicRoughnessTexture, &m.emissionTexture, &m.normalTexture})
-            addPicture(texture->picture);
+        forEachTexture(m, [&](const Texture& texture) { addPicture(texture.picture); });
     addPicture(scene_.environment.picture);
     addPicture(scene_.background.picture);
     return bytes;

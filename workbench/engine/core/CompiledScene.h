@@ -21,11 +21,13 @@ struct CompiledInstance {
     std::uint32_t lastSlot = 0;
     float precision = 0.0F; ///< how far a hit point may be off
     bool flat = false;      ///< without normals of its own
+    bool colored = false;   ///< with colours of its own
 };
 
 /// A material with what is asked of it for every ray.
 struct CompiledMaterial {
     Material material;
+    Color absorption{}; ///< of light inside, per length
     bool textured = false;
     bool plain =
         false; ///< purely diffuse, the same everywhere, opaque and dark: the packets' short way
@@ -87,6 +89,7 @@ private:
     CompiledScene(Scene scene, const RenderOptions& options);
     void compileMaterials(const RenderOptions& options);
     void compileInstances();
+    void takeCornerColors(const CompiledInstance& instance, std::size_t slots);
     void measure();
     std::vector<EmissiveTriangle> emissiveTriangles() const;
 

@@ -48,27 +48,11 @@ RTCScene newScene() {
     return scene;
 }
 
-template <typename T>
-T* newBuffer(RTCGeometry geometry,
-             RTCBufferType type,
-             RTCFormat format,
-             std::size_t stride,
-             std::size_t count) {
-    auto* buffer =
-        static_cast<T*>(rtcSetNewGeometryBuffer(geometry, type, 0, format, stride, count));
-    if (buffer == nullptr) {
-        throwOnError();
-        throw std::bad_alloc();
-    }
-    return buffer;
-}
-
-/// Positions are copied: the last one of an array of packed triples must not be read as four
-/// floats.
-void fillTriangles(RTCGeometry geometry, const MeshData& data) {
-    auto* positions = newBuffer<Vec3>(geometry, RTC_BUFFER_TYPE_VERTEX, RTC_FORMAT_FLOAT3,
-                                      sizeof(Vec3), data.positions.size());
-    std::copy(data.positions.begin(), data.positions.end(), positions);
+/// The mesh's own arrays, which outlive the structure; Mesh keeps room for the fourth float that is
+/// read with each position.
+void shareTriangles(RTCGeometry geometry, const MeshData& data) {
+    rtcSetSharedGeometryBuffer(geometry, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3,
+                               data.positions.data(), 0, sizeof(Vec3), data.positions.size());
     rtcSetSharedGeometryBuffer(geometry, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3,
                                data.triangles.data(), 0, sizeof(data.triangles[0]),
                                data.triangles.size());
@@ -131,7 +115,7 @@ MeshStructure::MeshStructure(const MeshData& data) : scene_(newScene()) {
     try {
         if (!data.triangles.empty()) {
             RTCGeometry geometry = newGeometry(RTC_GEOMETRY_TYPE_TRIANGLE);
-            fillTriangles(geometry, data);
+            shareTriangles(geometry, data);
             attachAndRelease(scene_, geometry, 0);
         }
         rtcCommitScene(scene_);
@@ -188,6 +172,16 @@ void AssemblyStructure::intersect(const PacketMask& mask, RayHitPacket& packet) 
 
 void AssemblyStructure::occluded(const PacketMask& mask, RayPacket& packet) const {
     RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_COHERENT);
+    rtcOccluded8(mask.lane.data(), scene_, &how, &packet);
+}
+
+void AssemblyStructure::intersectScattered(const PacketMask& mask, RayHitPacket& packet) const {
+    RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_INCOHERENT);
+    rtcIntersect8(mask.lane.data(), scene_, &how, &packet);
+}
+
+void AssemblyStructure::occludedScattered(const PacketMask& mask, RayPacket& packet) const {
+    RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_INCOHERENT);
     rtcOccluded8(mask.lane.data(), scene_, &how, &packet);
 }
 

@@ -89,6 +89,9 @@ public:
     void intersect(const PacketMask& mask, RayHitPacket& packet) const;
     /// Sets tfar of occluded rays to minus infinity.
     void occluded(const PacketMask& mask, RayPacket& packet) const;
+    /// The same two for eight rays that go anywhere.
+    void intersectScattered(const PacketMask& mask, RayHitPacket& packet) const;
+    void occludedScattered(const PacketMask& mask, RayPacket& packet) const;
 
 private:
     RTCScene scene_ = nullptr;

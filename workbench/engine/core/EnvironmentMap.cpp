@@ -24,6 +24,8 @@ EnvironmentMap::EnvironmentMap(const Environment& environment)
     , picture_(environment.picture)
     , frame_(normalize(environment.up))
     , black_(environment.isBlack())
+    , smooth_(environment.smooth)
+    , diffuseShare_(environment.diffuseShare)
     , mean_(environment.radiance) {
     const Frame base = frame_;
     const float c = std::cos(environment.rotationRad);
@@ -41,11 +43,15 @@ Vec2 EnvironmentMap::coordinates(const Vec3& d) const {
     return {0.5F - phi / (2.0F * pi), theta / pi};
 }
 
+Color EnvironmentMap::look(float u, float v, float footprint) const {
+    return picture_->lookup(u, v, footprint, TextureWrap::repeat, TextureWrap::clamp).color;
+}
+
 Color EnvironmentMap::radiance(const Vec3& d, float spread) const {
     if (picture_ == nullptr || black_)
         return factor_;
     const Vec2 at = coordinates(d);
-    return factor_ * picture_->lookup(at.x, at.y, spread / (2.0F * pi)).color;
+    return factor_ * look(at.x, at.y, spread / (2.0F * pi));
 }
 
 void EnvironmentMap::buildDistribution() {
@@ -56,32 +62,48 @@ void EnvironmentMap::buildDistribution() {
     columnSums_.assign(static_cast<std::size_t>(columns_ + 1) * static_cast<std::size_t>(rows_),
                        0.0F);
     rowSums_.assign(static_cast<std::size_t>(rows_) + 1, 0.0F);
-    mean_ = {};
-    float weight = 0.0F;
-    const float footprint = 1.0F / static_cast<float>(columns_);
+    measureCells();
     for (int y = 0; y < rows_; ++y) {
-        const float v = (static_cast<float>(y) + 0.5F) / static_cast<float>(rows_);
-        const float sinTheta = std::sin(pi * v);
+        const float* density =
+            density_.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(columns_);
         float* sums = columnSums_.data() +
                       static_cast<std::size_t>(y) * static_cast<std::size_t>(columns_ + 1);
-        for (int x = 0; x < columns_; ++x) {
-            const float u = (static_cast<float>(x) + 0.5F) * footprint;
-            const Color c = factor_ * picture_->lookup(u, v, footprint).color;
-            mean_ += c * sinTheta;
-            weight += sinTheta;
-            const float brightness = luminance(c) * sinTheta;
-            density_[static_cast<std::size_t>(y) * static_cast<std::size_t>(columns_) +
-                     static_cast<std::size_t>(x)] = brightness;
-            sums[x + 1] = sums[x] + brightness;
-        }
+        for (int x = 0; x < columns_; ++x)
+            sums[x + 1] = sums[x] + density[x];
         rowSums_[static_cast<std::size_t>(y) + 1] =
             rowSums_[static_cast<std::size_t>(y)] + sums[columns_];
     }
-    mean_ = mean_ / weight;
     const float total = rowSums_.back();
-    black_ = !(total > 0.0F);
     for (float& d : density_)
         d = black_ ? 0.0F : d * static_cast<float>(cells) / total;
+}
+
+/// Brightness of each cell times its size, and a little everywhere: a cell whose middle is black
+/// may have a bright corner.
+void EnvironmentMap::measureCells() {
+    constexpr float everywhere = 0.01F;
+    mean_ = {};
+    float weight = 0.0F;
+    const float footprint = 1.0F / static_cast<float>(columns_);
+    const auto sinTheta = [&](int y) {
+        return std::sin(pi * (static_cast<float>(y) + 0.5F) / static_cast<float>(rows_));
+    };
+    std::size_t cell = 0;
+    for (int y = 0; y < rows_; ++y)
+        for (int x = 0; x < columns_; ++x, ++cell) {
+            const float v = (static_cast<float>(y) + 0.5F) / static_cast<float>(rows_);
+            const float u = (static_cast<float>(x) + 0.5F) * footprint;
+            const Color c = factor_ * look(u, v, footprint);
+            mean_ += c * sinTheta(y);
+            weight += sinTheta(y);
+            density_[cell] = luminance(c);
+        }
+    mean_ = mean_ / weight;
+    black_ = !(luminance(mean_) > 0.0F);
+    cell = 0;
+    for (int y = 0; y < rows_; ++y)
+        for (int x = 0; x < columns_; ++x, ++cell)
+            density_[cell] = (density_[cell] + everywhere * luminance(mean_)) * sinTheta(y);
 }
 
 float EnvironmentMap::sample(const Vec2& u, Vec3& direction) const {

@@ -17,7 +17,10 @@ public:
 
     /// Whether it has a picture, which is then sampled like a light; a constant one is better found
     /// by the surface's own directions.
-    bool isSampled() const { return !black_ && picture_ != nullptr; }
+    bool isSampled() const { return !black_ && picture_ != nullptr && !smooth_; }
+
+    /// What surfaces scatter of it, 0..1.
+    float diffuseShare() const { return black_ ? 0.0F : diffuseShare_; }
 
     /// Radiance from the unit direction \p d, blurred over about \p spread radians.
     Color radiance(const Vec3& d, float spread) const;
@@ -30,12 +33,16 @@ public:
 
 private:
     Vec2 coordinates(const Vec3& d) const;
+    Color look(float u, float v, float footprint) const;
     void buildDistribution();
+    void measureCells();
 
     Color factor_;
     PicturePtr picture_;
     Frame frame_;
     bool black_;
+    bool smooth_;
+    float diffuseShare_;
     Color mean_;
     int columns_ = 0;
     int rows_ = 0;

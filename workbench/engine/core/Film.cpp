@@ -50,17 +50,22 @@ void Film::freeze() {
         const std::scoped_lock passed(lock);
 }
 
-void Film::snapshot(Image& image) const {
+void Film::snapshotRows(int first, int count, Image& image) const {
     image.width = grid_.pictureWidth;
-    image.height = grid_.pictureHeight;
+    image.height = count;
     image.rgba.assign(
         static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height) * 4, 0.0F);
-    for (int row = 0; row < grid_.rows; ++row)
+    const int last = std::min(first + count, grid_.bottom) - 1;
+    const int from = std::max(first, grid_.top);
+    if (last < from)
+        return;
+    for (int row = from / blockHeight - grid_.firstY; row <= last / blockHeight - grid_.firstY;
+         ++row)
         for (int column = 0; column < grid_.columns; ++column)
-            showBlock(image, column, row);
+            showBlock(image, first, column, row);
 }
 
-void Film::showBlock(Image& image, int column, int row) const {
+void Film::showBlock(Image& image, int firstRow, int column, int row) const {
     const std::size_t index = grid_.index(column, row);
     BlockSums sums;
     std::uint32_t count = 0;
@@ -79,9 +84,9 @@ void Film::showBlock(Image& image, int column, int row) const {
     for (int i = 0; i < blockPixels; ++i) {
         const int x = grid_.pixelX(column) + i % blockWidth;
         const int y = grid_.pixelY(row) + i / blockWidth;
-        if (!grid_.contains(x, y))
+        if (!grid_.contains(x, y) || y < firstRow || y >= firstRow + image.height)
             continue;
-        float* pixel = image.pixel(x, y);
+        float* pixel = image.pixel(x, y - firstRow);
         for (int channel = 0; channel < 4; ++channel)
             pixel[channel] = count > 0
                                  ? sums.rgba[static_cast<std::size_t>(i * 4 + channel)] * scale

@@ -86,7 +86,11 @@ public:
     void freeze();
 
     /// Copies all into \p image, which is resized to the whole picture.
-    void snapshot(Image& image) const;
+    void snapshot(Image& image) const { snapshotRows(0, grid_.pictureHeight, image); }
+
+    /// Copies \p count rows from row \p first (from the top) on into \p image, which is resized to
+    /// them; all within the picture.
+    void snapshotRows(int first, int count, Image& image) const;
 
     std::size_t memory() const;
 
@@ -95,7 +99,7 @@ private:
 
     std::mutex& lockOf(std::size_t index) const { return locks_[index / 64 % lockCount]; }
 
-    void showBlock(Image& image, int column, int row) const;
+    void showBlock(Image& image, int firstRow, int column, int row) const;
 
     BlockGrid grid_;
     std::atomic<bool> frozen_{false};

@@ -14,6 +14,10 @@ public:
     /// Distances of the grids' pixels, one for each round.
     static constexpr std::array<int, 5> steps{32, 16, 8, 4, 2};
 
+    /// From so many bounces on it does not matter that gather rays which use points of earlier
+    /// rounds see one bounce too much.
+    static constexpr int manyBounces = 6;
+
     FinalGatherer(const CompiledScene& scene,
                   const CameraRays& camera,
                   const RenderOptions& options,
@@ -22,7 +26,7 @@ public:
         , camera_(camera)
         , options_(options)
         , looker_(scene, options, &cache)
-        , tracer_(scene, options, nullptr) {}
+        , tracer_(scene, options, &cache, options.depth.diffuseBounces >= manyBounces) {}
 
     /// Appends to \p spots the surfaces that pixel (\p x, \p y) shows, in mirrors and through glass
     /// too, and that the cache does not cover.

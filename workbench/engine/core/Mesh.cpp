@@ -34,6 +34,12 @@ Result<Done> check(const MeshData& data) {
     if (!data.textureCoordinates.empty() && data.textureCoordinates.size() != corners)
         return Error{ErrorCode::invalidInput,
                      countMessage("texture coordinates", data.textureCoordinates.size(), corners)};
+    if (!data.secondTextureCoordinates.empty() && data.secondTextureCoordinates.size() != corners)
+        return Error{ErrorCode::invalidInput,
+                     countMessage("second texture coordinates",
+                                  data.secondTextureCoordinates.size(), corners)};
+    if (!data.colors.empty() && data.colors.size() != corners)
+        return Error{ErrorCode::invalidInput, countMessage("colors", data.colors.size(), corners)};
     if (!data.slots.empty() && data.slots.size() != data.triangles.size())
         return Error{ErrorCode::invalidInput,
                      countMessage("slots", data.slots.size(), data.triangles.size())};
@@ -72,6 +78,9 @@ Result<MeshPtr> Mesh::create(MeshData data) {
 
 Mesh::Mesh(MeshData data)
     : data_(std::move(data)), identity_(++_lastIdentity), lazy_(std::make_unique<Lazy>()) {
+    // The ray tracing structure shares the positions and reads each as four floats.
+    if (data_.positions.capacity() == data_.positions.size())
+        data_.positions.reserve(data_.positions.size() + 1);
     inspect();
 }
 
@@ -106,6 +115,8 @@ void Mesh::inspect() {
 std::size_t Mesh::memory() const {
     return data_.positions.size() * sizeof(Vec3) + data_.normals.size() * sizeof(Vec3) +
            data_.textureCoordinates.size() * sizeof(Vec2) +
+           data_.secondTextureCoordinates.size() * sizeof(Vec2) +
+           data_.colors.size() * sizeof(data_.colors[0]) +
            data_.triangles.size() * sizeof(data_.triangles[0]) +
            data_.slots.size() * sizeof(std::uint16_t);
 }

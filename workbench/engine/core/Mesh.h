@@ -22,6 +22,10 @@ struct MeshData {
         textureCoordinates; ///< one a position, or empty; (0, 0) is a picture's top left
     std::vector<std::array<std::uint32_t, 3>> triangles; ///< indices of positions
     std::vector<std::uint16_t> slots; ///< material slot of each triangle, or empty: all in slot 0
+    std::vector<Vec2> secondTextureCoordinates; ///< one a position, or empty: as the first
+    /// sRGB-coded red, green, blue and linear alpha, one a position, or empty: white. They multiply
+    /// the material's base colour and opacity.
+    std::vector<std::array<std::uint8_t, 4>> colors;
 };
 
 /// A triangle mesh that never changes, shared by any number of instances and scenes. It owns its

@@ -32,7 +32,8 @@ void call(const void* task) {
 
 } // namespace parallel
 
-/// Calls \p task() in an arena of \p threads threads (0: all processors) and waits.
+/// Calls \p task() in an arena of \p threads threads (0: all processors) and waits. Its workers are
+/// scheduled no more eagerly than the calling thread.
 template <typename Task>
 void inArena(int threads, const Task& task) {
     parallel::meet();

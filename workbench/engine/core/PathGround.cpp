@@ -8,6 +8,22 @@ namespace {
 
 constexpr Color white{1.0F, 1.0F, 1.0F};
 
+/// Directions into the surroundings that one look at a shadow takes.
+constexpr int looksAround = 4;
+
+/// How much of the ground is there at \p place.
+float presence(const Ground& ground, const Vec3& place) {
+    if (ground.fadeFrom >= 1.0F)
+        return 1.0F;
+    const float along = length(place - ground.origin) / (0.5F * ground.size);
+    const float t = std::clamp((along - ground.fadeFrom) / (1.0F - ground.fadeFrom), 0.0F, 1.0F);
+    return 1.0F - t * t * (3.0F - 2.0F * t);
+}
+
+float clearness(const Ground& ground, float present) {
+    return 1.0F - (1.0F - ground.transparency) * present;
+}
+
 float ratio(float lit, float whole) {
     return whole > 0.0F ? std::clamp(lit / whole, 0.0F, 1.0F) : 1.0F;
 }
@@ -19,9 +35,10 @@ bool PathTracer::meetGround(
     const Ground& ground = scene_.scene().ground;
     surface = groundAt(scene_, state.origin + state.direction * t, state.direction, t);
     surface.footprint = state.cone.at(t);
+    const float clear = clearness(ground, presence(ground, surface.position));
     if (state.straight && !state.lightsOnly) {
         shadeGround(state, sampler, surface, result);
-    } else if (ground.transparency < 1.0F && sampler.next1D() >= ground.transparency) {
+    } else if (clear < 1.0F && sampler.next1D() >= clear) {
         return true;
     }
     state.origin = surface.position - surface.normal * surface.offset;
@@ -37,10 +54,12 @@ void PathTracer::shadeGround(PathState& state,
                              const Surface& surface,
                              PathResult& result) {
     const Ground& ground = scene_.scene().ground;
+    const float present = presence(ground, surface.position);
+    const float clear = clearness(ground, present);
     if (spots_ != nullptr) {
-        if (ground.transparency < 1.0F)
+        if (clear < 1.0F)
             collectAt(vertexAt(state, surface));
-        state.throughput *= ground.transparency;
+        state.throughput *= clear;
         return;
     }
     float covered = 0.0F;
@@ -48,17 +67,18 @@ void PathTracer::shadeGround(PathState& state,
     if (ground.reflectivity > 0.0F && state.budget.reflections > 0 && state.budget.total > 0) {
         const PathResult mirror = mirrorInGround(state, surface, sampler);
         const bool everywhere = scene_.scene().background.kind == Background::Kind::environment;
-        covered = ground.reflectivity * (everywhere ? 1.0F : mirror.alpha);
+        covered = ground.reflectivity * present * (everywhere ? 1.0F : mirror.alpha);
         light = mirror.color * covered;
     }
     const Vertex vertex = vertexAt(state, surface);
-    const float floor = (1.0F - covered) * (1.0F - ground.transparency);
+    const float floor = (1.0F - covered) * (1.0F - clear);
     if (floor > 0.0F)
         light += (directLight(vertex, sampler) + indirectLight(vertex, state, sampler)) * floor;
     result.color += state.throughput * light;
 
-    const float through = (1.0F - covered) * ground.transparency;
-    const Color seen = through > 0.0F ? groundShadow(vertex, sampler) * through : Color{};
+    const float through = (1.0F - covered) * clear;
+    const Color shadow = through > 0.0F && present > 0.0F ? groundShadow(vertex, sampler) : white;
+    const Color seen = lerp(white, shadow, present) * through;
     state.uncovered *= luminance(seen); // shadows cover the background, too
     state.throughput *= seen;
 }
@@ -96,15 +116,20 @@ Color PathTracer::groundShadow(const Vertex& vertex, Sampler& sampler) {
         const Color share =
             light.radiance * (std::isfinite(light.pdf) ? cosTheta / light.pdf : cosTheta);
         whole += share;
-        lit += light.castsShadows ? share * visibility(vertex.surface, light) : share;
+        lit += light.castsShadows ? share * visibility(vertex.surface, light).straight : share;
     }
     const EnvironmentMap& environment = scene_.environment();
-    if (!environment.isBlack() && !environment.isSampled()) {
-        const Vec3 up = Frame(vertex.surface.normal).toWorld(cosineHemisphere(sampler.next2D()));
-        const Color share = environment.radiance(up, 0.0F) * pi;
-        whole += share;
+    if (environment.diffuseShare() > 0.0F && !environment.isSampled()) {
         const float infinity = std::numeric_limits<float>::infinity();
-        lit += share * visibility(vertex.surface, {up, infinity, white, infinity, true});
+        const Frame frame(vertex.surface.normal);
+        for (int i = 0; i < looksAround; ++i) {
+            const Vec3 up = frame.toWorld(cosineHemisphere(sampler.next2D()));
+            const Color share =
+                environment.radiance(up, 0.0F) * (environment.diffuseShare() * pi / looksAround);
+            whole += share;
+            lit +=
+                share * visibility(vertex.surface, {up, infinity, white, infinity, true}).straight;
+        }
     }
     return {ratio(lit.x, whole.x), ratio(lit.y, whole.y), ratio(lit.z, whole.z)};
 }

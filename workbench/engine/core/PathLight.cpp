@@ -35,33 +35,42 @@ Color PathTracer::directLight(const Vertex& vertex, Sampler& sampler) {
             all ? i : std::min(static_cast<int>(sampler.next1D() * count), lights.count() - 1);
         const Vec2 u = lights.isDelta(index) ? Vec2{} : sampler.next2D();
         const LightSample light = lights.sample(index, vertex.surface.position, u);
-        const Color arriving = unshadowed(vertex, light);
-        if (!(maxComponent(arriving) > 0.0F))
+        const LightShare arriving = unshadowed(vertex, light);
+        if (!(maxComponent(arriving.whole()) > 0.0F))
             continue;
-        sum += light.castsShadows ? arriving * visibility(vertex.surface, light) : arriving;
+        if (!light.castsShadows) {
+            sum += arriving.whole();
+            continue;
+        }
+        const Visibility seen = visibility(vertex.surface, light);
+        sum += arriving.straight * seen.straight + arriving.clear * seen.clear;
     }
     return all ? sum : sum / vertex.lightPick;
 }
 
-Color PathTracer::unshadowed(const Vertex& vertex, const LightSample& light) {
+LightShare PathTracer::unshadowed(const Vertex& vertex, const LightSample& light) {
     if (!(light.pdf > 0.0F))
         return {};
     const bool hasExtent = light.pdf < infinity;
-    Color sum;
+    LightShare sum;
     for (int i = 0; i < lobeCount; ++i) {
         const Lobe lobe{i};
-        if (vertex.bsdf.albedo(lobe) <= 0.0F)
+        const bool through = lobe == Lobe::transmission;
+        if (vertex.bsdf.albedo(lobe) <= 0.0F || (through && vertex.lightGoesStraight))
             continue;
         const LobeValue value = vertex.bsdf.evaluate(lobe, light.direction);
         // The diffuse lobe leaves lights that can be sampled to sampling; the others share them.
         const float weight =
             hasExtent && lobe != Lobe::diffuse
                 ? powerHeuristic(light.pdf * vertex.lightPick,
-                                 value.pdf * vertex.probability[static_cast<std::size_t>(i)])
+                                 value.pdf * chanceOf(vertex, lobe, light.direction))
                 : 1.0F;
-        sum += value.value * weight;
+        const bool foundByPaths = through || (hasExtent && lobe != Lobe::diffuse);
+        const bool straight = !foundByPaths || (!through && vertex.lightGoesStraight);
+        (straight ? sum.straight : sum.clear) += value.value * weight;
     }
-    return hasExtent ? sum * light.radiance / light.pdf : sum * light.radiance;
+    const Color radiance = hasExtent ? light.radiance / light.pdf : light.radiance;
+    return {sum.straight * radiance, sum.clear * radiance};
 }
 
 Ray PathTracer::shadowRay(const Surface& surface, const LightSample& light) {
@@ -70,17 +79,19 @@ Ray PathTracer::shadowRay(const Surface& surface, const LightSample& light) {
     return {surface.origin(light.direction), light.direction, 0.0F, end};
 }
 
-Color PathTracer::visibility(const Surface& surface, const LightSample& light) {
+Visibility PathTracer::visibility(const Surface& surface, const LightSample& light) {
     const Ray ray = shadowRay(surface, light);
-    const float ground = groundTransparency(ray);
-    if (ground <= 0.0F || !(ray.tFar > 0.0F))
+    const Color ground = white * groundTransparency(ray);
+    if (!(ground.x > 0.0F) || !(ray.tFar > 0.0F))
         return {};
     if (!scene_.hasObjects())
-        return white * ground;
-    if (scene_.hasTransparency())
-        return marchVisibility(ray) * ground;
+        return {ground, ground};
+    if (scene_.hasTransparency()) {
+        const Visibility objects = marchVisibility(ray);
+        return {objects.straight * ground, objects.clear * ground};
+    }
     ++counts_.shadow;
-    return scene_.structure().occluded(ray) ? Color{} : white * ground;
+    return scene_.structure().occluded(ray) ? Visibility{} : Visibility{ground, ground};
 }
 
 float PathTracer::groundTransparency(const Ray& ray) const {
@@ -89,15 +100,22 @@ float PathTracer::groundTransparency(const Ray& ray) const {
                                                                             : 1.0F;
 }
 
-Color PathTracer::marchVisibility(Ray ray) {
-    Color share = white;
+Visibility PathTracer::marchVisibility(Ray ray) {
+    Visibility share{white, white};
+    float last = 0.0F;
     for (int layer = 0; layer < maxLayers; ++layer) {
         ++counts_.shadow;
         const Hit hit = scene_.structure().intersect(ray);
         if (!hit)
             return share;
-        share *= passageAt(scene_, hit, ray.direction, !options_.caustics).tint;
-        if (!(maxComponent(share) > 0.0F))
+        const Passage passage = passageAt(scene_, hit, ray.direction);
+        share.clear *= 1.0F - passage.opacity;
+        share.straight *=
+            white * (1.0F - passage.opacity) + (options_.caustics ? Color{} : passage.glass);
+        if (maxComponent(passage.absorption) > 0.0F)
+            share.straight *= attenuated(passage.absorption, hit.t - last);
+        last = hit.t;
+        if (!(maxComponent(share.straight) > 0.0F))
             return {};
         ray.tNear = hit.t + std::max(scene_.instance(hit.instance).precision, hit.t * 1e-6F);
     }
@@ -135,6 +153,8 @@ Color PathTracer::leaving(const PathState& state) const {
     if (environment.isBlack())
         return ambient;
     const Color radiance = environment.radiance(state.direction, state.cone.spread);
+    if (!environment.isSampled() && !state.straight)
+        return radiance * environment.diffuseShare();
     if (!environment.isSampled())
         return radiance + ambient;
     return radiance * lightWeight(state, environment.pdf(state.direction)) + ambient;

@@ -9,17 +9,19 @@ namespace {
 constexpr float infinity = std::numeric_limits<float>::infinity();
 /// Layers of cut-out or see-through surfaces that one ray passes.
 constexpr int maxLayers = 64;
-/// Unless caustics are asked for, reflectors that a path meets behind a rough one are at least this
-/// share as rough: what they focus could be found only by chance, as speckles. (Path space
-/// regularisation, Kaplanyan and Dachsbacher 2013.)
-constexpr float calmShare = 0.5F;
-/// From here on paths end by chance in proportion to what they still carry.
-constexpr int bouncesBeforeRoulette = 3;
+/// Glass smoother than this is not made rougher behind other surfaces.
+constexpr float clearGlass = 0.05F;
 /// Lights that each surface seen by the camera, and each one behind, looks at.
 constexpr int looksAtFirst = 16;
 constexpr int looksLater = 2;
-/// How far a footprint opens at a diffuse bounce.
-constexpr float diffuseSpread = 0.2F;
+
+float probabilityOf(const Vertex& vertex, Lobe lobe) {
+    return vertex.probability[static_cast<std::size_t>(lobe)];
+}
+
+float facetProbability(const Vertex& vertex) {
+    return probabilityOf(vertex, Lobe::specular) + probabilityOf(vertex, Lobe::transmission);
+}
 
 } // namespace
 
@@ -76,7 +78,8 @@ Color PathTracer::indirectLight(const Vertex& vertex, PathState state, Sampler& 
 }
 
 Color PathTracer::ownLight(const Vertex& vertex, const PathState& state) const {
-    Color light = emitted(state, vertex.surface) + vertex.bsdf.diffuseAlbedo() * scene_.ambient();
+    Color light = emitted(state, vertex.surface) + vertex.bsdf.diffuseAlbedo() * scene_.ambient() *
+                                                       vertex.surface.material.occlusion;
     if (vertex.gathered)
         light += vertex.bsdf.diffuseAlbedo() * vertex.gatheredIrradiance / pi;
     return light;
@@ -91,8 +94,10 @@ bool PathTracer::advance(PathState& state, Sampler& sampler, Surface& surface, P
         const float farthest = hit ? hit.t : infinity;
         const float ground =
             hitGround(scene_.scene().ground, state.origin, state.direction, farthest);
-        result.color +=
-            state.throughput * lightsOnTheWay(state, ground >= 0.0F ? ground : farthest);
+        const float end = ground >= 0.0F ? ground : farthest;
+        if (end < infinity && maxComponent(state.absorption) > 0.0F)
+            state.throughput *= attenuated(state.absorption, end);
+        result.color += state.throughput * lightsOnTheWay(state, end);
         if (ground >= 0.0F) {
             if (meetGround(state, sampler, ground, surface, result))
                 return !state.lightsOnly;
@@ -122,15 +127,24 @@ bool PathTracer::advance(PathState& state, Sampler& sampler, Surface& surface, P
 
 Vertex PathTracer::vertexAt(const PathState& state, const Surface& surface) const {
     SurfaceMaterial material = surface.material;
-    if (!options_.caustics && material.transmission == 0.0F) {
-        material.roughness = std::max(material.roughness, state.roughness * calmShare);
-        material.clearcoatRoughness =
-            std::max(material.clearcoatRoughness, state.roughness * calmShare);
+    // Unless caustics are asked for, reflectors that a path meets behind a rough one are at least
+    // as rough: what they focus could be found only by chance, as speckles. (Path space
+    // regularisation, Kaplanyan and Dachsbacher 2013.)
+    if (!options_.caustics && (material.transmission == 0.0F || material.roughness > clearGlass)) {
+        material.roughness = std::max(material.roughness, state.roughness);
+        material.clearcoatRoughness = std::max(material.clearcoatRoughness, state.roughness);
     }
-    Vertex vertex{surface, Bsdf(material, surface.normal, surface.toEye, surface.frontFace),
-                  {},      1.0F,
-                  false,   {}};
-    if (cache_ != nullptr && state.straight && maxComponent(vertex.bsdf.diffuseAlbedo()) > 0.0F)
+    Vertex vertex{
+        surface,
+        Bsdf(material, surface.normal, surface.coatNormal, surface.toEye, surface.frontFace),
+        {},
+        1.0F,
+        false,
+        false,
+        {},
+        !options_.caustics && !state.straight};
+    if (cache_ != nullptr && (state.straight || cacheBehind_) &&
+        maxComponent(vertex.bsdf.diffuseAlbedo()) > 0.0F)
         vertex.gathered =
             cache_->irradiance(surface.position, surface.normal, vertex.gatheredIrradiance);
     const int lights = scene_.lights().count();
@@ -160,7 +174,7 @@ bool PathTracer::exhausted(const PathBudget& budget, Lobe lobe) {
 /// lights, if there are any that only it can find.
 void PathTracer::setProbabilities(const PathState& state, Vertex& vertex) const {
     const bool constantEnvironment =
-        !scene_.environment().isBlack() && !scene_.environment().isSampled();
+        scene_.environment().diffuseShare() > 0.0F && !scene_.environment().isSampled();
     const bool ambient = state.straight && maxComponent(scene_.ambient()) > 0.0F;
     float sum = 0.0F;
     vertex.probability = {};
@@ -178,18 +192,41 @@ void PathTracer::setProbabilities(const PathState& state, Vertex& vertex) const 
     if (sum > 0.0F)
         for (float& p : vertex.probability)
             p /= sum;
+    vertex.byFacet = vertex.bsdf.hasFacets() && probabilityOf(vertex, Lobe::specular) > 0.0F &&
+                     probabilityOf(vertex, Lobe::transmission) > 0.0F;
 }
 
-bool PathTracer::scatter(PathState& state, const Vertex& vertex, Sampler& sampler) {
+float chanceOf(const Vertex& vertex, Lobe lobe, const Vec3& direction) {
+    const bool bent = lobe == Lobe::transmission;
+    if (!vertex.byFacet || (!bent && lobe != Lobe::specular))
+        return probabilityOf(vertex, lobe);
+    const float reflects = vertex.bsdf.facetReflects(lobe, direction);
+    return facetProbability(vertex) * (bent ? 1.0F - reflects : reflects);
+}
+
+/// The lobe to go on with and its probability; \p u will choose its direction.
+PathTracer::LobeChoice
+PathTracer::chooseLobe(const Vertex& vertex, const Vec2& u, Sampler& sampler) {
     float choice = vertex.bsdf.isDiffuseOnly() ? 0.0F : sampler.next1D();
     int index = 0;
     while (index < lobeCount - 1 && choice >= vertex.probability[static_cast<std::size_t>(index)])
         choice -= vertex.probability[static_cast<std::size_t>(index++)];
-    const float probability = vertex.probability[static_cast<std::size_t>(index)];
+    const Lobe lobe{index};
+    if (!vertex.byFacet || (lobe != Lobe::specular && lobe != Lobe::transmission))
+        return {lobe, probabilityOf(vertex, lobe)};
+    const float both = facetProbability(vertex);
+    const float reflects = vertex.bsdf.facetReflects(u);
+    if (sampler.next1D() < reflects)
+        return {Lobe::specular, both * reflects};
+    return {Lobe::transmission, both * (1.0F - reflects)};
+}
+
+bool PathTracer::scatter(PathState& state, const Vertex& vertex, Sampler& sampler) {
+    const Vec2 u = sampler.next2D();
+    const auto [lobe, probability] = chooseLobe(vertex, u, sampler);
     if (!(probability > 0.0F))
         return false;
-    const Lobe lobe{index};
-    const LobeSample sample = vertex.bsdf.sample(lobe, sampler.next2D());
+    const LobeSample sample = vertex.bsdf.sample(lobe, u);
     if (!sample.valid)
         return false;
 
@@ -205,10 +242,13 @@ bool PathTracer::scatter(PathState& state, const Vertex& vertex, Sampler& sample
     state.lightPick = vertex.lightPick;
     state.lightsOnly = exhausted(state.budget, lobe);
     // Behind a diffuse bounce, light through glass has been counted as if it came straight.
-    const bool straightened = !state.straight && !options_.caustics && vertex.bsdf.isDelta(lobe);
+    const bool straightened =
+        vertex.lightGoesStraight && (lobe == Lobe::transmission || vertex.bsdf.isDelta(lobe));
     state.lightsCounted = lobe == Lobe::diffuse || straightened;
     state.straight = state.straight && lobe != Lobe::diffuse;
     state.seesBackground = state.seesBackground && lobe == Lobe::transmission;
+    if (lobe == Lobe::transmission)
+        state.absorption = surface.frontFace ? surface.material.absorption : Color{};
     state.cone.width = surface.footprint;
     state.cone.spread =
         lobe == Lobe::diffuse ? diffuseSpread : state.cone.spread + vertex.bsdf.alpha(lobe) * 0.25F;
@@ -223,14 +263,9 @@ bool PathTracer::scatter(PathState& state, const Vertex& vertex, Sampler& sample
     return survives(state, sampler);
 }
 
-bool PathTracer::survives(PathState& state, Sampler& sampler) const {
-    const float carried = maxComponent(state.throughput);
-    if (!(carried > 0.0F))
-        return false;
-    if (state.bounces <= bouncesBeforeRoulette || carried >= 1.0F)
-        return true;
-    const float chance = std::max(0.05F, carried);
-    if (sampler.next1D() >= chance)
+bool PathTracer::survives(PathState& state, Sampler& sampler) {
+    const float chance = survivalChance(maxComponent(state.throughput), state.bounces);
+    if (!(chance > 0.0F) || (chance < 1.0F && sampler.next1D() >= chance))
         return false;
     state.throughput *= 1.0F / chance;
     return true;

@@ -12,6 +12,23 @@ namespace qor::engine {
 
 class GatherCache;
 
+/// How far a footprint opens at a diffuse bounce.
+constexpr float diffuseSpread = 0.2F;
+
+/// The numbers of everything behind the camera are independent of those that place the ray.
+inline Sampler pathSampler(std::uint32_t seed, std::uint32_t index) {
+    return {hash32(seed ^ 0x68bc21ebU), index};
+}
+
+/// Chance that a path goes on that carries \p carried after \p bounces surfaces.
+inline float survivalChance(float carried, int bounces) {
+    /// From here on paths end by chance in proportion to what they still carry.
+    constexpr int certain = 3;
+    if (!(carried > 0.0F))
+        return 0.0F;
+    return bounces <= certain ? 1.0F : std::clamp(carried, 0.05F, 1.0F);
+}
+
 /// What a ray may still do.
 struct PathBudget {
     int reflections = 0;
@@ -28,7 +45,8 @@ struct PathState {
     Color throughput{1.0F, 1.0F, 1.0F};
     PathBudget budget;
     RayCone cone;
-    Vec2 raster; ///< place in the picture, 0..1 from the top left, for the background
+    Color absorption; ///< per length of what it is inside of
+    Vec2 raster;      ///< place in the picture, 0..1 from the top left, for the background
     /// Density with which the last surface chose this direction; infinite: no light sampling could
     /// have.
     float pdf = std::numeric_limits<float>::infinity();
@@ -49,8 +67,30 @@ struct Vertex {
     Bsdf bsdf;
     std::array<float, lobeCount> probability{}; ///< to go on with a lobe
     float lightPick = 1.0F;
+    /// Specular and transmission are chosen together, then the one or the other by the facet.
+    bool byFacet = false;
     bool gathered = false; ///< indirect diffuse light comes from the cache
     Color gatheredIrradiance;
+    /// Behind a diffuse surface, which has already seen what shines through glass as if the glass
+    /// did not bend it.
+    bool lightGoesStraight = false;
+};
+
+/// Chance that \p vertex goes on with \p lobe towards \p direction, without the lobe's own density.
+float chanceOf(const Vertex& vertex, Lobe lobe, const Vec3& direction);
+
+/// What arrives of a light that nothing blocks.
+struct LightShare {
+    Color straight; ///< counted through glass, too, as if it did not bend light
+    Color clear;    ///< blocked by glass: paths through it find the light
+
+    Color whole() const { return straight + clear; }
+};
+
+/// What gets through on the way to a light.
+struct Visibility {
+    Color straight; ///< glass counted as above
+    Color clear;    ///< glass counted as opaque
 };
 
 /// What a camera ray brought back.
@@ -65,8 +105,13 @@ struct PathResult {
 /// own.
 class PathTracer {
 public:
-    PathTracer(const CompiledScene& scene, const RenderOptions& options, const GatherCache* cache)
-        : scene_(scene), options_(options), cache_(cache) {}
+    /// \p cache may be null. It serves surfaces that the camera sees, in mirrors and through glass
+    /// too, and with \p cacheBehind also those behind diffuse ones.
+    PathTracer(const CompiledScene& scene,
+               const RenderOptions& options,
+               const GatherCache* cache,
+               bool cacheBehind = false)
+        : scene_(scene), options_(options), cache_(cache), cacheBehind_(cacheBehind) {}
 
     PathBudget fullBudget() const;
 
@@ -87,9 +132,9 @@ public:
     Color directLight(const Vertex& vertex, Sampler& sampler);
 
     /// One light's share, still to be multiplied by visibility(); black if there is none.
-    static Color unshadowed(const Vertex& vertex, const LightSample& light);
+    static LightShare unshadowed(const Vertex& vertex, const LightSample& light);
     /// The part of \p light that gets to \p surface.
-    Color visibility(const Surface& surface, const LightSample& light);
+    Visibility visibility(const Surface& surface, const LightSample& light);
     /// The ray from \p surface towards \p light; its end is not positive where nothing can lie
     /// between.
     static Ray shadowRay(const Surface& surface, const LightSample& light);
@@ -120,16 +165,24 @@ private:
     shadeGround(PathState& state, Sampler& sampler, const Surface& surface, PathResult& result);
     Color groundShadow(const Vertex& vertex, Sampler& sampler);
     PathResult mirrorInGround(const PathState& state, const Surface& surface, Sampler& sampler);
-    Color marchVisibility(Ray ray);
+    Visibility marchVisibility(Ray ray);
     void setProbabilities(const PathState& state, Vertex& vertex) const;
+
+    struct LobeChoice {
+        Lobe lobe = Lobe::diffuse;
+        float probability = 0.0F;
+    };
+
+    static LobeChoice chooseLobe(const Vertex& vertex, const Vec2& u, Sampler& sampler);
     static bool exhausted(const PathBudget& budget, Lobe lobe);
     bool scatter(PathState& state, const Vertex& vertex, Sampler& sampler);
-    bool survives(PathState& state, Sampler& sampler) const;
+    static bool survives(PathState& state, Sampler& sampler);
     void countRay(Lobe lobe);
 
     const CompiledScene& scene_;
     const RenderOptions& options_;
     const GatherCache* cache_;
+    bool cacheBehind_;
     std::vector<Surface>* spots_ = nullptr; ///< while collecting
     RayCounts counts_;
 };

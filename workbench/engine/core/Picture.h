@@ -15,6 +15,9 @@ enum class PictureEncoding {
     linear, ///< numbers as they are: normals, roughness, masks
 };
 
+/// How a picture goes on beyond its border.
+enum class TextureWrap { repeat, mirrored, clamp };
+
 /// Four floats a texel: linear red, green, blue and straight alpha.
 struct Texel {
     Color color;
@@ -55,6 +58,9 @@ public:
     /// u, \p v), repeated in both directions; trilinear. (0, 0) is the top left corner.
     Texel lookup(float u, float v, float footprint) const;
 
+    /// The same with a choice of what lies beyond the border in each direction.
+    Texel lookup(float u, float v, float footprint, TextureWrap wrapU, TextureWrap wrapV) const;
+
     /// The same, not repeated: beyond the border the border's texels go on.
     Texel lookupClamped(float u, float v, float footprint) const;
 
@@ -69,9 +75,10 @@ private:
     Picture(Level base, PictureEncoding encoding);
     void buildLevels();
     Level halved(const Level& level) const;
+    void store(Level& level, std::size_t at, const Texel& texel) const;
     Texel fetch(const Level& level, int x, int y) const;
-    Texel bilinear(const Level& level, float u, float v, bool repeat) const;
-    Texel trilinear(float u, float v, float footprint, bool repeat) const;
+    Texel
+    bilinear(const Level& level, float u, float v, TextureWrap wrapU, TextureWrap wrapV) const;
 
     std::vector<Level> levels_;
     PictureEncoding encoding_;

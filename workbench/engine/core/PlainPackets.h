@@ -6,6 +6,8 @@
 
 namespace qor::engine {
 
+struct PlainLanes;
+
 /// What a packet of camera rays is to look at: a place in the picture in pixels, and the random
 /// numbers, of each lane.
 struct LanePlaces {
@@ -31,9 +33,9 @@ struct LaneColors {
 };
 
 /// The short way for what products are mostly looked at as: matt surfaces of one colour under
-/// directional lights without extent, nothing see-through, no indirect light. Eight lanes are
-/// shaded side by side, without materials, textures or lobes being built, so that hardly anything
-/// but ray tracing is left.
+/// directional lights without extent and a constant sky, nothing see-through. Eight paths are
+/// followed side by side, without materials, textures or lobes being built, so that hardly anything
+/// but ray tracing is left. It takes the same random numbers as PathTracer.
 class PlainPackets {
 public:
     PlainPackets(const CompiledScene& scene,
@@ -46,7 +48,10 @@ public:
 
     /// Shades the lanes of \p packet that have hit something; the others keep their colour. False,
     /// and nothing done, when a lane sees a surface that is not plain.
-    bool shade(const RayHitPacket& packet, LaneColors& colors, RayCounts& counts) const;
+    bool shade(const LanePlaces& places,
+               const RayHitPacket& packet,
+               LaneColors& colors,
+               RayCounts& counts) const;
 
 private:
     struct Sun {
@@ -54,14 +59,22 @@ private:
         Color irradiance; ///< over π
         bool castsShadows;
     };
-    /// Points of the lanes, component by component.
-    struct Lanes;
+    struct Paths;
 
-    bool gather(const RayHitPacket& packet, Lanes& lanes) const;
-    void addSun(const Sun& sun, const Lanes& lanes, LaneColors& light, RayCounts& counts) const;
+    void
+    addSun(const Sun& sun, const PlainLanes& lanes, LaneColors& light, RayCounts& counts) const;
+    void illuminate(const PlainLanes& lanes, LaneColors& light, RayCounts& counts) const;
+    PacketMask scatter(Paths& paths, int bounce, RayHitPacket& packet, RayCounts& counts) const;
+    void addSky(const Paths& paths,
+                const PacketMask& left,
+                const RayPacket& rays,
+                LaneColors& colors) const;
+    bool bounce(Paths& paths, int number, LaneColors& colors, RayCounts& counts) const;
 
     const CompiledScene& scene_;
     std::vector<Sun> suns_;
+    int bounces_; ///< surfaces that are shaded behind the first one
+    bool looksAround_;
     bool apply_ = false;
 };
 

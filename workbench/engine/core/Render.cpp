@@ -114,6 +114,10 @@ void Render::snapshot(Image& target) const {
     job_->film().snapshot(target);
 }
 
+void Render::snapshotRows(int first, int count, Image& target) const {
+    job_->film().snapshotRows(first, count, target);
+}
+
 void Render::abort() {
     job_->abort();
 }

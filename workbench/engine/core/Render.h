@@ -60,6 +60,9 @@ public:
     /// Pixels without a sample show their coarse neighbour's. Works in every state, after abort()
     /// too.
     void snapshot(Image& target) const;
+    /// The same for \p count rows from row \p first (from the top) on, all within the picture: for
+    /// pictures that are too large to be copied at once.
+    void snapshotRows(int first, int count, Image& target) const;
 
     /// Detaches: the state is aborted when this returns (unless it had ended), pixels do not change
     /// any more.

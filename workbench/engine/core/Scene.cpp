@@ -41,21 +41,40 @@ bool inUnit(float value) {
     return value >= 0.0F && value <= 1.0F;
 }
 
+bool texturesAreFinite(const Material& material) {
+    bool finite = true;
+    forEachTexture(material, [&](const Texture& t) {
+        finite = finite && std::isfinite(t.offset.x) && std::isfinite(t.offset.y) &&
+                 std::isfinite(t.scale.x) && std::isfinite(t.scale.y) &&
+                 std::isfinite(t.rotationRad);
+    });
+    return finite;
+}
+
 Result<Done> check(const Material& m, const std::string& place) {
     return firstBroken(
-        place, std::array{
-                   Rule{isUnitColor(m.baseColor), "base colour is not within 0 .. 1"},
-                   Rule{inUnit(m.opacity), "opacity is not within 0 .. 1"},
-                   Rule{inUnit(m.metallic), "metallic is not within 0 .. 1"},
-                   Rule{inUnit(m.roughness), "roughness is not within 0 .. 1"},
-                   Rule{m.ior >= 1.0F && m.ior <= 4.0F, "index of refraction is not within 1 .. 4"},
-                   Rule{inUnit(m.specular), "specular is not within 0 .. 1"},
-                   Rule{inUnit(m.transmission), "transmission is not within 0 .. 1"},
-                   Rule{inUnit(m.clearcoat), "clearcoat is not within 0 .. 1"},
-                   Rule{inUnit(m.clearcoatRoughness), "clearcoat roughness is not within 0 .. 1"},
-                   Rule{isColor(m.emission), "emission is negative or not finite"},
-                   Rule{std::isfinite(m.normalScale), "normal scale is not finite"},
-               });
+        place,
+        std::array{
+            Rule{isUnitColor(m.baseColor), "base colour is not within 0 .. 1"},
+            Rule{inUnit(m.opacity), "opacity is not within 0 .. 1"},
+            Rule{inUnit(m.metallic), "metallic is not within 0 .. 1"},
+            Rule{inUnit(m.roughness), "roughness is not within 0 .. 1"},
+            Rule{m.ior >= 1.0F && m.ior <= 4.0F, "index of refraction is not within 1 .. 4"},
+            Rule{inUnit(m.specular), "specular is not within 0 .. 1"},
+            Rule{inUnit(m.transmission), "transmission is not within 0 .. 1"},
+            Rule{inUnit(m.clearcoat), "clearcoat is not within 0 .. 1"},
+            Rule{inUnit(m.clearcoatRoughness), "clearcoat roughness is not within 0 .. 1"},
+            Rule{isColor(m.emission), "emission is negative or not finite"},
+            Rule{std::isfinite(m.normalScale), "normal scale is not finite"},
+            Rule{std::isfinite(m.clearcoatNormalScale), "clearcoat normal scale is not finite"},
+            Rule{m.alphaCutoff >= 0.0F && std::isfinite(m.alphaCutoff),
+                 "alpha cutoff is negative or not finite"},
+            Rule{inUnit(m.occlusionStrength), "occlusion strength is not within 0 .. 1"},
+            Rule{isUnitColor(m.attenuationColor), "attenuation colour is not within 0 .. 1"},
+            Rule{m.attenuationDistance >= 0.0F && std::isfinite(m.attenuationDistance),
+                 "attenuation distance is negative or not finite"},
+            Rule{texturesAreFinite(m), "a texture's placement is not finite"},
+        });
 }
 
 Result<Done> checkLight(const DirectionalLight& l, const std::string& place) {
@@ -106,6 +125,7 @@ Result<Done> check(const Environment& e) {
                            Rule{isColor(e.radiance), "radiance is negative or not finite"},
                            Rule{isDirection(e.up), "no up direction"},
                            Rule{std::isfinite(e.rotationRad), "rotation is not finite"},
+                           Rule{inUnit(e.diffuseShare), "diffuse share is not within 0 .. 1"},
                        });
 }
 
@@ -127,6 +147,7 @@ Result<Done> check(const Ground& g) {
                            Rule{isUnitColor(g.color), "colour is not within 0 .. 1"},
                            Rule{inUnit(g.transparency), "transparency is not within 0 .. 1"},
                            Rule{inUnit(g.reflectivity), "reflectivity is not within 0 .. 1"},
+                           Rule{inUnit(g.fadeFrom), "fade is not within 0 .. 1"},
                        });
 }
 

@@ -15,6 +15,12 @@ struct Environment {
     PicturePtr picture; ///< latitude and longitude; its top row looks along `up`
     Vec3 up{0.0F, 0.0F, 1.0F};
     float rotationRad = 0.0F; ///< around up
+    /// Without small bright spots: surfaces find it by directions of their own, or in the
+    /// interpolation cache, as they find a constant one. Else a picture is sampled like a light.
+    bool smooth = false;
+    /// 0..1, of a smooth or constant one: what surfaces scatter of it. They mirror all of it, so a
+    /// room can be bright in mirrors and leave the light to the lamps.
+    float diffuseShare = 1.0F;
 
     bool isBlack() const { return !(maxComponent(radiance) > 0.0F); }
 };
@@ -44,6 +50,9 @@ struct Ground {
     Color color{0.8F, 0.8F, 0.8F}; ///< albedo
     float transparency = 0.0F;     ///< 0..1; 1 shows only shadows and reflections on the background
     float reflectivity = 0.0F;     ///< 0..1; mirrors objects
+    /// 0..1 of half its side: from here on it fades with the distance from its middle, shadows and
+    /// all, until nothing of it is left at the border. 1: it ends at its edges.
+    float fadeFrom = 1.0F;
 };
 
 /// Everything that shines or can be seen. Meshes, pictures and the assembly are shared and

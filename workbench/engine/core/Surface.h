@@ -3,6 +3,8 @@
 #include "workbench/engine/core/Bsdf.h"
 #include "workbench/engine/core/CompiledScene.h"
 
+#include <array>
+
 namespace qor::engine {
 
 /// How wide a ray is: what one pixel sees, followed through the scene, so that textures are looked
@@ -22,6 +24,7 @@ struct Surface {
                  ///< stand for
     Vec3 geometricNormal; ///< unit, towards the eye
     Vec3 normal;          ///< the one to shade with, unit, towards the eye
+    Vec3 coatNormal;      ///< the same of the clear coat
     Vec3 toEye;           ///< unit
     float distance = 0.0F;
     float offset = 0.0F; ///< how far rays start from it, to miss it
@@ -43,6 +46,24 @@ struct Surface {
 Surface
 surfaceAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, const RayCone& cone);
 
+/// A normal that the eye sees: bent to just before the horizon when interpolation has turned it
+/// away.
+inline Vec3 facing(const Vec3& normal, const Vec3& toEye) {
+    constexpr float least = 0.01F;
+    const float c = dot(normal, toEye);
+    return c >= least ? normal : normalize(normal + toEye * (least - c));
+}
+
+/// How far a point of a triangle lies below the surface that the unit normals of its corners
+/// describe, on the side of \p flat, the triangle's own: rays start from there, so that the edges
+/// of triangles throw no shadow on their neighbours. Method: Hanika, "Hacking the Shadow
+/// Terminator", Ray Tracing Gems II, 2021, ch. 4.
+Vec3 liftOf(const Vec3& position,
+            const std::array<Vec3, 3>& corners,
+            const std::array<Vec3, 3>& normals,
+            const std::array<float, 3>& weights,
+            const Vec3& flat);
+
 /// A point of the ground.
 Surface
 groundAt(const CompiledScene& scene, const Vec3& position, const Vec3& direction, float distance);
@@ -54,14 +75,19 @@ float crossGround(const Ground& ground, const Vec3& origin, const Vec3& directio
 /// The same from above only.
 float hitGround(const Ground& ground, const Vec3& origin, const Vec3& direction, float farthest);
 
-/// Share of the surface at \p hit that is there, and the colour of light that goes straight through
-/// it.
+/// What is left of light after \p distance in what absorbs \p absorption per length.
+inline Color attenuated(const Color& absorption, float distance) {
+    return {std::exp(-absorption.x * distance), std::exp(-absorption.y * distance),
+            std::exp(-absorption.z * distance)};
+}
+
+/// What a shadow ray meets at a surface.
 struct Passage {
-    float opacity = 1.0F;
-    Color tint; ///< of a shadow ray; black for opaque ones
+    float opacity = 1.0F; ///< share of the surface that is there
+    Color glass;          ///< colour of what the part that is there lets through; black if opaque
+    Color absorption;     ///< per length of the way to here, if that was inside
 };
 
-Passage
-passageAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, bool throughGlass);
+Passage passageAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction);
 
 } // namespace qor::engine

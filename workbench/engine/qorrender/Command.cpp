@@ -5,10 +5,10 @@
 #include "workbench/engine/qorrender/Failure.h"
 #include "workbench/engine/qorrender/Input.h"
 #include "workbench/engine/qorrender/Interrupt.h"
-#include "workbench/engine/qorrender/Lighting.h"
 #include "workbench/engine/qorrender/Options.h"
 #include "workbench/engine/qorrender/Output.h"
 #include "workbench/engine/qorrender/SceneMaker.h"
+#include "workbench/engine/qorrender/Stage.h"
 #include "workbench/engine/qorrender/Statistics.h"
 #include "workbench/engine/qorrender/View.h"
 
@@ -45,6 +45,8 @@ public:
         checkWritable(request_.output);
         if (!request_.statistics.empty())
             checkWritable(request_.statistics);
+        if (!request_.scene.empty())
+            stage_.chooseScene(request_.scene);
         Stopwatch watch;
         engine::Scene scene = read(watch);
         times_.sceneS = watch.lap();
@@ -60,15 +62,14 @@ public:
 
 private:
     engine::Scene read(Stopwatch& watch) {
-        const document::Product product = readInput(request_.model, progress_);
+        document::Product product = readInput(request_.model, progress_);
         times_.readS = watch.lap();
         triangles_ = document::instancedTriangleCount(product);
         options_ = makeOptions(request_, product.work);
         camera_ = makeCamera(product, request_.view,
                              static_cast<double>(request_.width) / request_.height);
-        engine::Scene scene = makeScene(product, progress_);
-        addLight(scene, product, camera_);
-        return scene;
+        return makeScene(makeRecipe(std::move(product), camera_, options_, stage_,
+                                    !request_.scene.empty(), progress_));
     }
 
     engine::Image render(engine::Scene scene) {
@@ -101,6 +102,7 @@ private:
     }
 
     const Request& request_;
+    Stage stage_;
     std::mutex mutex_;
     std::condition_variable changed_;
     Progress progress_;
@@ -125,6 +127,9 @@ int runRequest(const Request& request) {
     } catch (const Interrupted&) {
         std::fputs("qorrender: interrupted\n", stderr);
         return interrupted;
+    } catch (const WrongUsage& error) {
+        complain(error.what());
+        return usage;
     } catch (const std::bad_alloc&) {
         return complain("there is not enough memory");
     } catch (const std::exception& error) {

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <sstream>
@@ -43,6 +44,17 @@ require(const std::string& option, const std::string& text, char separator, std:
         throw CLI::ValidationError(option, "\"" + text + "\" is not " + std::to_string(count) +
                                                " numbers, separated by '" + separator + "'");
     return numbers;
+}
+
+/// What is wrong with the name of a scene, or nothing.
+std::string isScene(const std::string& name) {
+    constexpr std::size_t longest = 6;
+    const bool isNumber =
+        !name.empty() && name.size() <= longest && name.front() != '0' &&
+        std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return isNumber || name == "custom"
+               ? std::string()
+               : "\"" + name + "\" is no scene: a number from 1 on, or custom";
 }
 
 class Parser {
@@ -125,6 +137,11 @@ private:
                 "indirect light gathered at points and interpolated")
             ->type_name("on|off")
             ->check(CLI::IsMember({"on", "off"}));
+        app_.add_option("--scene", request_.scene,
+                        "the quick render's scene: its number in the catalog, or the custom one of "
+                        "the settings")
+            ->type_name("N|custom")
+            ->check(isScene);
         addCount("--reflections", request_.reflections, "how often light is mirrored");
         addCount("--refractions", request_.refractions, "how often it is bent");
         addCount("--diffuse-bounces", request_.diffuseBounces,
@@ -157,13 +174,14 @@ private:
     /// Options about documents that keep scenes and shootings: a product has none, so they cannot
     /// be obeyed.
     void addRefused() {
-        for (const char* name : {"--scene", "--shooting", "--frames"})
+        for (const char* name : {"--shooting", "--frames"})
             app_.add_option_function<std::string>(
                     name,
                     [name](const std::string& text) {
-                        throw CLI::ValidationError(name, "the file keeps no scenes, shootings or "
-                                                         "animations that can be rendered, so \"" +
-                                                             text + "\" cannot be chosen");
+                        throw CLI::ValidationError(name,
+                                                   "shootings cannot be rendered from the command "
+                                                   "line yet, so \"" +
+                                                       text + "\" cannot be chosen");
                     },
                     "refused: only the product of a document is rendered")
                 ->type_name("NAME");

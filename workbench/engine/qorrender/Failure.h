@@ -10,6 +10,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Ends the program with exit code 2 and this sentence.
+class WrongUsage : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 /// Ends the program with exit code 130.
 class Interrupted : public std::exception {};
 

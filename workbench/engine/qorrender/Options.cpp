@@ -1,33 +1,28 @@
 #include "workbench/engine/qorrender/Options.h"
 
+#include "platform/component/QorHandle.h"
+#include "platform/engine/QorRdgOptionsDefaults.h"
+#include "workbench/engine/adapter/OptionsTranslation.h"
+
 #include <algorithm>
-#include <array>
 
 namespace qor::render {
 
 namespace {
 
-/// As the quick render of the workbench has them.
-struct Quality {
-    engine::TraceDepth depth;
-    engine::Samples samples;
-    int gatherRays;
-};
+/// A level of quality of the quick render, without the settings that it reads.
+class Level : public QorRdgOptionsDefaults {
+public:
+    explicit Level(int level) : level_(level) {}
 
-const Quality& qualityOf(int level) {
-    static const std::array<Quality, 3> levels{{
-        {{.reflections = 1, .refractions = 2, .total = 3, .diffuseBounces = 0},
-         {1, 4, 0.2F, {}},
-         64},
-        {{.reflections = 4, .refractions = 6, .total = 8, .diffuseBounces = 0},
-         {4, 64, 0.05F, {}},
-         256},
-        {{.reflections = 8, .refractions = 12, .total = 16, .diffuseBounces = 0},
-         {16, 1024, 0.015F, {}},
-         1024},
-    }};
-    return levels[static_cast<std::size_t>(std::clamp(level, 0, 2))];
-}
+protected:
+    ~Level() override = default;
+
+    [[nodiscard]] const Quality& GetQuality() const override { return QualityOf(level_); }
+
+private:
+    int level_;
+};
 
 void setDepth(engine::TraceDepth& depth, const Request& request, const document::RenderWork& work) {
     const auto choose = [](int& value, const std::optional<int>& file,
@@ -65,16 +60,13 @@ std::optional<engine::Region> regionOf(const Request& request) {
 
 engine::RenderOptions makeOptions(const Request& request, const document::RenderWork& work) {
     constexpr int unlimitedSamples = 65536;
-    const Quality& quality = qualityOf(request.quality);
     engine::RenderOptions options;
+    adapter::applyOptions(*QorMake<Level>(request.quality), options);
     options.width = request.width;
     options.height = request.height;
     options.region = regionOf(request);
-    options.depth = quality.depth;
-    options.samples = quality.samples;
     setDepth(options.depth, request, work);
     options.finalGather.on = gathers(request, work);
-    options.finalGather.rays = quality.gatherRays;
     options.caustics = work.caustics.value_or(false);
     options.filter = request.filter;
     options.seed = request.seed;

@@ -6,6 +6,7 @@
 #include <array>
 #include <filesystem>
 #include <optional>
+#include <string>
 
 namespace qor::render {
 
@@ -34,6 +35,7 @@ struct Request {
         region; ///< x1, y1, x2, y2 from the top left, upper limits excluded
     int quality = 1;
     std::optional<bool> finalGather;
+    std::string scene; ///< a number in the catalog, "custom", or empty: the file's own or none
     ViewRequest view;
     std::optional<int> reflections;
     std::optional<int> refractions;

@@ -1,14 +1,23 @@
 #pragma once
 
-#include "workbench/document/product/Product.h"
-#include "workbench/engine/core/Scene.h"
+#include "workbench/engine/adapter/SceneRecipe.h"
 #include "workbench/engine/qorrender/Progress.h"
+#include "workbench/engine/qorrender/Stage.h"
 
 namespace qor::render {
 
-/// The objects and materials of \p product as the engine takes them, without any light. Instances
-/// that are hidden, or squeezed flat, are left out; the latter with a warning. Throws Failure when
-/// the engine refuses a mesh or a picture.
-engine::Scene makeScene(const document::Product& product, Progress& progress);
+/// What the engine is to render: \p product on \p stage, seen by \p camera, with
+/// the room that \p options want. The light that the file
+/// brings is the only one there is, unless \p sceneChosen. What is squeezed flat is left out, with
+/// a warning.
+adapter::SceneRecipe makeRecipe(document::Product product,
+                                const engine::Camera& camera,
+                                const engine::RenderOptions& options,
+                                Stage& stage,
+                                bool sceneChosen,
+                                Progress& progress);
+
+/// The engine's scene of it. Throws Failure when the engine refuses a mesh or a picture.
+engine::Scene makeScene(adapter::SceneRecipe recipe);
 
 } // namespace qor::render

@@ -1,19 +1,23 @@
 #include "workbench/import/shape/AssemblyTree.h"
 
 #include "workbench/import/model/ImportError.h"
-#include "workbench/import/shape/ColorMaterials.h"
+#include "workbench/import/shape/SurfaceMaterials.h"
 #include "workbench/import/shape/Tessellation.h"
 
 #include <NCollection_DataMap.hxx>
 #include <TDF_LabelMapHasher.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TDataStd_Name.hxx>
+#include <TDataStd_TreeNode.hxx>
+#include <XCAFDoc.hxx>
 #include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_GraphNode.hxx>
+#include <XCAFDoc_Material.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace qor::import {
@@ -42,6 +46,18 @@ std::string nameOf(const TDF_Label& label) {
         return {};
     std::string text = utf8(name->Get());
     return text.starts_with("=>[") ? std::string() : text;
+}
+
+// What the file calls the label's substance; empty when it does not say.
+std::string substanceOf(const TDF_Label& label) {
+    Handle(TDataStd_TreeNode) link;
+    if (!label.FindAttribute(XCAFDoc::MaterialRefGUID(), link) || !link->HasFather())
+        return {};
+    Handle(XCAFDoc_Material) substance;
+    if (!link->Father()->Label().FindAttribute(XCAFDoc_Material::GetID(), substance))
+        return {};
+    const Handle(TCollection_HAsciiString) name = substance->GetName();
+    return name.IsNull() ? std::string() : name->ToCString();
 }
 
 Transform transformOf(const TopLoc_Location& location) {
@@ -89,7 +105,7 @@ private:
         if (label != definition) {
             node.transform = transformOf(XCAFDoc_ShapeTool::GetLocation(label));
             node.visible = colors_->IsVisible(label);
-            node.material = instanceMaterial(label);
+            node.material = instanceMaterial(label, substanceOf(definition));
         }
         if (path_.Length() > document::maximumTreeDepth)
             throw ImportError("its assemblies are nested deeper than " +
@@ -116,7 +132,7 @@ private:
         if (part.name.empty())
             part.name = index == 0 ? product_.name : "Part " + std::to_string(index + 1);
         if (XCAFDoc_ShapeTool::IsAssembly(definition))
-            part.material = labelMaterial(definition);
+            part.material = labelMaterial(definition, substanceOf(definition));
         else
             shapesToMesh_.push_back({definition, index});
         partOfLabel_.Bind(definition, index);
@@ -125,7 +141,7 @@ private:
 
     // A colour given for this very occurrence from further up goes before the component's own; the
     // highest wins.
-    std::int32_t instanceMaterial(const TDF_Label& label) {
+    std::int32_t instanceMaterial(const TDF_Label& label, const std::string& substance) {
         for (Standard_Integer first = 1; first < path_.Length(); ++first) {
             TDF_AttributeSequence usages;
             if (!XCAFDoc_ShapeTool::GetAllComponentSHUO(path_.Value(first), usages))
@@ -136,18 +152,23 @@ private:
             Handle(XCAFDoc_GraphNode) usage;
             if (!XCAFDoc_ShapeTool::FindSHUO(path, usage))
                 continue;
-            if (const std::int32_t material = labelMaterial(usage->Label()); material != none)
-                return material;
+            if (const auto color = colorOf(usage->Label()))
+                return materials_.indexOf(color, substance);
         }
-        return labelMaterial(label);
+        const auto color = colorOf(label);
+        return color ? materials_.indexOf(color, substance) : none;
     }
 
-    std::int32_t labelMaterial(const TDF_Label& label) {
+    std::int32_t labelMaterial(const TDF_Label& label, const std::string& substance) {
+        return materials_.indexOf(colorOf(label), substance);
+    }
+
+    std::optional<Quantity_ColorRGBA> colorOf(const TDF_Label& label) {
         Quantity_ColorRGBA color;
         if (colors_->GetColor(label, XCAFDoc_ColorSurf, color) ||
             colors_->GetColor(label, XCAFDoc_ColorGen, color))
-            return materials_.indexOf(color);
-        return none;
+            return color;
+        return std::nullopt;
     }
 
     void meshParts() {
@@ -160,13 +181,13 @@ private:
 
     void meshPart(const TDF_Label& label, document::Part& part) {
         const StyledPart styled = styledFaces(label);
-        if (styled.color)
-            part.material = materials_.indexOf(*styled.color);
+        const std::string substance = substanceOf(label);
+        part.material = materials_.indexOf(styled.color, substance);
         if (styled.faces.empty())
             return;
         document::Mesh mesh = tessellate(
             XCAFDoc_ShapeTool::GetShape(label), styled, settings_,
-            [this](const auto& color) { return materials_.indexOf(color); }, report_);
+            [&](const auto& color) { return materials_.indexOf(color, substance); }, report_);
         if (mesh.indices.empty())
             return;
         mesh.name = part.name;
@@ -184,7 +205,7 @@ private:
     const ImportSettings& settings_;
     ImportReport& report_;
     Product& product_;
-    ColorMaterials materials_;
+    SurfaceMaterials materials_;
     NCollection_DataMap<TDF_Label, std::int32_t, TDF_LabelMapHasher> partOfLabel_;
     std::vector<ShapeToMesh> shapesToMesh_;
     TDF_LabelSequence path_;

@@ -55,6 +55,7 @@ ShapeDocument readStep(const std::filesystem::path& file, ImportReport& report) 
     reader.SetNameMode(true);
     reader.SetSHUOMode(true);
     reader.SetLayerMode(false);
+    reader.SetMatMode(true);
     reader.SetPropsMode(false);
     expectRead(report.inLibrary([&] { return reader.ReadFile(file.c_str()); }), "STEP");
     const auto model = Handle(StepData_StepModel)::DownCast(reader.Reader().WS()->Model());

@@ -28,6 +28,7 @@ constexpr auto meanings = std::to_array<Meaning>({
     {SQLITE_CANTOPEN, FaultKind::Machine, "it cannot be opened", false},
     {SQLITE_PERM, FaultKind::Machine, "access to it is not allowed", false},
     {SQLITE_IOERR, FaultKind::Machine, "reading or writing it failed: ", true},
+    {SQLITE_INTERRUPT, FaultKind::Input, "cancelled", false},
     {SQLITE_NOMEM, FaultKind::Machine, "not enough memory", false},
     {SQLITE_ERROR, FaultKind::Input, "the file is damaged: ", true},
     {SQLITE_CONSTRAINT, FaultKind::Internal, "the product does not fit its tables: ", true},

@@ -61,10 +61,10 @@ void storeGroups(Statement& insert, std::int64_t id, const Mesh& mesh) {
 
 } // namespace
 
-void storeTextures(sqlite3* database, const Product& product) {
+void storeTextures(sqlite3* database, std::size_t count, ArraySource& arrays) {
     Statement insert(database, "INSERT INTO product_texture VALUES(?,?,?,?,?)");
-    for (std::size_t i = 0; i < product.textures.size(); ++i) {
-        const Texture& texture = product.textures[i];
+    for (std::size_t i = 0; i < count; ++i) {
+        const Texture& texture = arrays.texture(i);
         insert.bind(1, static_cast<std::int64_t>(i));
         insert.bind(2, std::string_view(texture.name));
         insert.bind(3, std::int64_t{texture.width});
@@ -96,15 +96,19 @@ void storeMaterials(sqlite3* database, const Product& product) {
     }
 }
 
-void storeMeshes(sqlite3* database, const Product& product, const ProductProgress& progress) {
+void storeMeshes(sqlite3* database,
+                 std::size_t count,
+                 ArraySource& arrays,
+                 const ProductProgress& progress) {
     Statement insert(database, "INSERT INTO product_mesh VALUES(?,?,?,?,?,?,?,?,?,?,?)");
     Statement insertGroup(database, "INSERT INTO product_mesh_group VALUES(?,?,?,?,?)");
-    for (std::size_t i = 0; i < product.meshes.size(); ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         const auto id = static_cast<std::int64_t>(i);
-        storeMesh(insert, id, product.meshes[i]);
-        storeGroups(insertGroup, id, product.meshes[i]);
+        const Mesh& mesh = arrays.mesh(i);
+        storeMesh(insert, id, mesh);
+        storeGroups(insertGroup, id, mesh);
         if (progress)
-            progress(static_cast<double>(i + 1) / static_cast<double>(product.meshes.size()));
+            progress(static_cast<double>(i + 1) / static_cast<double>(count));
     }
 }
 

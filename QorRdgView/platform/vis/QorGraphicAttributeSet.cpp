@@ -1,3 +1,0 @@
-#include "platform/vis/QorGraphicAttributeSet.h"
-
-QorImplementClass(QorGraphicMaterial, QorBaseUnknown)

@@ -1,0 +1,138 @@
+// The workbench's own way from a file to a document that can be shown: OpenDocument with the quick
+// check and all representations; ImportStep and ImportGltf with the child process, the file that it
+// makes and the reading of it. The gates are ratios: OpenDocument to ImportStep at least 10, to
+// ImportGltf at least 2. Counters of OpenDocument: `triangles`, and `bytes_a_triangle`, the memory
+// that the open document holds before the first render (goal: at most 60).
+#include "benchmarks/import/BenchmarkModels.h"
+#include "workbench/document/Document.h"
+#include "workbench/document/session/ImportTask.h"
+
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace {
+
+using namespace qor;
+using namespace qor::document;
+namespace fs = std::filesystem;
+
+/// Work that nobody watches or cancels.
+class Alone : public WorkContext {
+public:
+    [[nodiscard]] std::stop_token stop() const override { return {}; }
+
+    void report(int /*percent*/, const std::string& /*stage*/) const override {}
+};
+
+Result<LoadedDocument> importFile(const fs::path& model) {
+    ImportOptions options;
+    options.program = fs::read_symlink("/proc/self/exe").parent_path() / "qorimport";
+    return importModel(model, options, Alone());
+}
+
+/// The models, made once and removed at the end. About half a million triangles.
+class Models {
+public:
+    Models() : folder_(fs::temp_directory_path() / ("qor-benchmark-" + std::to_string(getpid()))) {
+        fs::create_directory(folder_);
+        import::benchmarks::writeStepAssembly(step(), 66, 3);
+        import::benchmarks::writeGlb(glb(), step());
+        Result<LoadedDocument> imported = importFile(step());
+        if (!imported)
+            std::abort();
+        const auto document = QorMake<Document>(std::move(imported.value()));
+        if (!writeDocument(saved(), document->takeSnapshot()))
+            std::abort();
+    }
+
+    ~Models() { fs::remove_all(folder_); }
+
+    Models(const Models&) = delete;
+    Models& operator=(const Models&) = delete;
+    Models(Models&&) = delete;
+    Models& operator=(Models&&) = delete;
+
+    [[nodiscard]] fs::path step() const { return folder_ / "assembly.step"; }
+
+    [[nodiscard]] fs::path glb() const { return folder_ / "assembly.glb"; }
+
+    [[nodiscard]] fs::path saved() const { return folder_ / "assembly.qor"; }
+
+private:
+    fs::path folder_;
+};
+
+const Models& models() {
+    static const Models made;
+    return made;
+}
+
+std::uint64_t storedTriangles(const ProductReps& product) {
+    std::uint64_t count = 0;
+    for (const MeshPieces& mesh : product.meshes())
+        for (const MeshPiece& piece : mesh.pieces)
+            count += piece.mesh->CountTriangles();
+    return count;
+}
+
+std::size_t bytesInUse() {
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+void importBenchmark(benchmark::State& state, const fs::path& model) {
+    for (auto _ : state) {
+        Result<LoadedDocument> loaded = importFile(model);
+        if (!loaded)
+            return state.SkipWithError(loaded.failure().text.c_str());
+        const auto document = QorMake<Document>(std::move(loaded.value()));
+        state.counters["triangles"] = static_cast<double>(storedTriangles(document->product()));
+    }
+}
+
+void ImportStep(benchmark::State& state) {
+    importBenchmark(state, models().step());
+}
+
+void ImportGltf(benchmark::State& state) {
+    importBenchmark(state, models().glb());
+}
+
+void OpenDocument(benchmark::State& state) {
+    const fs::path file = models().saved();
+    for (auto _ : state) {
+        const std::size_t before = bytesInUse();
+        Result<LoadedDocument> loaded = readDocument(file);
+        if (!loaded)
+            return state.SkipWithError(loaded.failure().text.c_str());
+        const auto document = QorMake<Document>(std::move(loaded.value()));
+        const auto triangles = static_cast<double>(storedTriangles(document->product()));
+        state.counters["triangles"] = triangles;
+        state.counters["bytes_a_triangle"] = static_cast<double>(bytesInUse() - before) / triangles;
+    }
+}
+
+void TakeSnapshot(benchmark::State& state) {
+    const auto document = QorMake<Document>(std::move(readDocument(models().saved()).value()));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(document->takeSnapshot());
+}
+
+void SaveDocument(benchmark::State& state) {
+    const auto document = QorMake<Document>(std::move(readDocument(models().saved()).value()));
+    for (auto _ : state)
+        if (!writeDocument(models().saved().string() + ".2", document->takeSnapshot()))
+            return state.SkipWithError("the document cannot be saved");
+}
+
+} // namespace
+
+BENCHMARK(ImportStep)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(ImportGltf)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(OpenDocument)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(TakeSnapshot)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(SaveDocument)->Unit(benchmark::kMillisecond)->Iterations(5);

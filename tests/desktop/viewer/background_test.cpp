@@ -1,0 +1,190 @@
+// What lies behind and over space, to the pixel and at every scale of the screen.
+#include "tests/desktop/viewer/ViewerTest.h"
+
+namespace qor::desktop::tests {
+
+namespace {
+
+class ViewerPlanes : public ViewerTest {
+protected:
+    /// A viewpoint whose unit is a device pixel, its origin the middle of the viewer.
+    Qor2DViewpoint_var addPlane(int priority) {
+        const double unit = static_cast<double>(viewer->GetSupport()->GetMMInSupportUnit());
+        auto plane = QorMake<Qor2DViewpoint>(QorMathPoint2D(), 1.0 / unit);
+        plane->SetPriority(priority);
+        viewer->AddViewpoint(plane.Get());
+        return plane;
+    }
+
+    /// A picture over all of the viewer, a pixel of it for each of the screen.
+    QorVar<Qor2DImagePixelRep> cover(QorPixelImage* image) const {
+        const QorMathPoint2D corner{-0.5 * image->GetWidth(), -0.5 * image->GetHeight()};
+        return QorMake<Qor2DImagePixelRep>(corner, image);
+    }
+
+    [[nodiscard]] QorPixelImage_var noise(int channels, unsigned seed) const {
+        const QSize size = control().deviceSize();
+        return noisePicture(size.width(), size.height(), channels, seed);
+    }
+
+    static int countDifferent(const QImage& image, const QorPixelImage& expected) {
+        EXPECT_EQ(image.width(), expected.GetWidth());
+        EXPECT_EQ(image.height(), expected.GetHeight());
+        int different = 0;
+        const std::uint8_t* pixel = expected.GetPixels()->data();
+        for (int y = 0; y < std::min(image.height(), expected.GetHeight()); ++y)
+            for (int x = 0; x < expected.GetWidth(); ++x, pixel += expected.GetChannels())
+                different += image.pixel(x, y) != qRgb(pixel[0], pixel[1], pixel[2]) ? 1 : 0;
+        return different;
+    }
+
+    /// Waits until the display shows what was drawn.
+    void flush() {
+        settle();
+        QTest::qWait(50);
+    }
+};
+
+TEST_F(ViewerPlanes, ABackgroundColorIsShownAsItIs) {
+    auto* space = showSpace();
+    space->SetBackgroundColor({12, 134, 200, 255});
+    const QImage image = picture();
+    for (const QPoint& place : {QPoint(0, 0), QPoint(image.width() - 1, image.height() - 1)})
+        EXPECT_EQ(image.pixelColor(place), QColor(12, 134, 200));
+}
+
+TEST_F(ViewerPlanes, WithoutAColorTheBackgroundFitsTheTheme) {
+    showViewer<QorNavigation3DViewer>();
+    const QImage light = picture();
+    const int middle = light.width() / 2;
+    EXPECT_GT(light.pixelColor(middle, 0).lightness(), 235);
+    EXPECT_LT(light.pixelColor(middle, light.height() - 1).lightness(),
+              light.pixelColor(middle, 0).lightness());
+    desktop->theme().choose(ThemeChoice::Dark);
+    settle();
+    EXPECT_LT(picture().pixelColor(middle, 0).lightness(), 90);
+}
+
+TEST_F(ViewerPlanes, AnOverlayIsExactToThePixel) {
+    showSpace();
+    for (const int channels : {3, 4}) {
+        const auto plane = addPlane(6);
+        const QorPixelImage_var image = noise(channels, 7);
+        const auto rep = cover(image.Get());
+        rep->SetAlphaMode(1);
+        plane->AddRep(rep.Get());
+        viewer->Draw();
+        EXPECT_EQ(countDifferent(picture(), *image), 0);
+        flush();
+        EXPECT_EQ(countDifferent(onScreen(), *image), 0) << "on the display";
+        viewer->RemoveViewpoint(plane.Get());
+    }
+}
+
+TEST_F(ViewerPlanes, AnOverlayThatAPainterDrawsIsExactToo) {
+    showSpace();
+    const auto plane = addPlane(6);
+    const QorPixelImage_var image = noise(3, 8);
+    plane->AddRep(cover(image.Get()).Get());
+    // Something besides pictures, outside the viewer, brings the painter in.
+    plane->AddRep(QorMake<Qor2DPointRep>(QorMathPoint2D{-9000.0, 0.0}).Get());
+    viewer->Draw();
+    EXPECT_EQ(countDifferent(picture(), *image), 0);
+}
+
+TEST_F(ViewerPlanes, TransparencyOfAnOverlayCountsWhenItIsAskedFor) {
+    auto* space = showSpace();
+    space->SetBackgroundColor({200, 200, 200, 255});
+    const auto pixels = std::make_shared<QorPixelImage::Pixels>(400 * 400 * 4, std::uint8_t{0});
+    const auto plane = addPlane(6);
+    const auto rep = cover(QorMake<QorPixelImage>(400, 400, 4, pixels).Get());
+    plane->AddRep(rep.Get());
+    viewer->Draw();
+    EXPECT_EQ(middle(), QColor(0, 0, 0));
+    rep->SetAlphaMode(1);
+    viewer->Draw();
+    EXPECT_EQ(middle(), QColor(200, 200, 200));
+}
+
+TEST_F(ViewerPlanes, LieUnderSpaceOrOverItByTheirPriority) {
+    auto* space = showSpace();
+    const auto material = plainMaterial(1.0F, 0.0F, 0.0F);
+    material->unlit = true;
+    space->SetEdgesShown(false);
+    space->AddRep(boxRep(material.Get()).Get());
+    const QorPixelImage_var image = noise(3, 9);
+    const auto under = addPlane(-1);
+    under->AddRep(cover(image.Get()).Get());
+    viewer->Draw();
+    const QImage shown = picture();
+    const auto* corner = image->GetPixels()->data();
+    EXPECT_EQ(shown.pixel(0, 0), qRgb(corner[0], corner[1], corner[2]));
+    EXPECT_EQ(middle(), QColor(255, 0, 0));
+    const auto over = addPlane(1);
+    over->AddRep(cover(image.Get()).Get());
+    viewer->Draw();
+    EXPECT_EQ(countDifferent(picture(), *image), 0);
+}
+
+TEST_F(ViewerPlanes, AStretchedBackgroundCoversTheViewerAfterAResize) {
+    showSpace();
+    const auto pixels = std::make_shared<QorPixelImage::Pixels>(QorPixelImage::Pixels{9, 99, 199});
+    const auto image = QorMake<QorPixelImage>(1, 1, 3, pixels);
+    const auto plane = addPlane(-1);
+    for (const QSize& change : {QSize(0, 0), QSize(37, 55), QSize(-71, -13)}) {
+        controlOf(window)->resize(controlOf(window)->size() + change);
+        settle();
+        float width = 0.0F;
+        float height = 0.0F;
+        viewer->GetGraphicSize(width, height);
+        const auto rep = QorMake<Qor2DImagePixelRep>(
+            QorMathPoint2D{-0.5 * static_cast<double>(width), -0.5 * static_cast<double>(height)},
+            image.Get());
+        rep->SetZoom(static_cast<double>(width), static_cast<double>(height));
+        plane->AddRep(rep.Get());
+        viewer->Draw();
+        const QImage shown = picture();
+        EXPECT_EQ(shown.size(), QSize(static_cast<int>(width), static_cast<int>(height)));
+        for (const QPoint& place :
+             {QPoint(0, 0), QPoint(shown.width() - 1, 0), QPoint(0, shown.height() - 1),
+              QPoint(shown.width() - 1, shown.height() - 1)})
+            EXPECT_EQ(shown.pixelColor(place), QColor(9, 99, 199)) << place.x() << "," << place.y();
+        plane->RemoveRep(rep.Get());
+    }
+}
+
+TEST_F(ViewerPlanes, ANewPictureCostsOneUploadAndAnOldOneNone) {
+    showSpace();
+    const auto plane = addPlane(6);
+    const QorPixelImage_var first = noise(3, 1);
+    const auto rep = cover(first.Get());
+    plane->AddRep(rep.Get());
+    viewer->Draw();
+    settle();
+    picture();
+    const std::size_t before = surface().composer()->uploads();
+    rep->SetPosition(rep->GetPosition());
+    viewer->Draw();
+    picture();
+    EXPECT_EQ(surface().composer()->uploads(), before);
+    plane->RemoveRep(rep.Get());
+    plane->AddRep(cover(noise(3, 2).Get()).Get());
+    viewer->Draw();
+    picture();
+    EXPECT_EQ(surface().composer()->uploads(), before + 1);
+}
+
+TEST_F(ViewerPlanes, AreWhereThePlanesConversionsSayInAViewerOfThePlane) {
+    showViewer<Qor2DViewer>();
+    viewer->SetBackgroundColor({0, 0, 0, 255});
+    const QorPixelImage_var image = noise(3, 3);
+    static_cast<Qor2DViewer*>(viewer)->AddRep(cover(image.Get()).Get());
+    viewer->Draw();
+    EXPECT_EQ(countDifferent(picture(), *image), 0);
+    flush();
+    EXPECT_EQ(countDifferent(onScreen(), *image), 0) << "on the display";
+}
+
+} // namespace
+
+} // namespace qor::desktop::tests
