@@ -1,6 +1,8 @@
 #include "tests/import/GltfBuilder.h"
 #include "tests/import/ImportHarness.h"
 
+#include <sys/stat.h>
+
 #include <functional>
 #include <limits>
 
@@ -24,6 +26,12 @@ struct Lie {
 
 json dataBuffer(std::size_t claimed) {
     return {{{"byteLength", claimed}, {"uri", "data:application/octet-stream;base64,AAAA"}}};
+}
+
+void animate(GltfBuilder& gltf, const char* path, int input, int output) {
+    gltf.json["animations"] = {
+        {{"samplers", {{{"input", input}, {"output", output}}}},
+         {"channels", {{{"sampler", 0}, {"target", {{"node", 0}, {"path", path}}}}}}}};
 }
 
 const std::vector<Lie> lies{
@@ -137,6 +145,50 @@ const std::vector<Lie> lies{
      [](GltfBuilder& g) {
          g.json["meshes"] = 5;
      }},
+    {"closer together than their length",
+     [](GltfBuilder& g) {
+         g.json["bufferViews"][0]["byteStride"] = 4;
+     }},
+    {"replaces elements by nothing",
+     [](GltfBuilder& g) {
+         g.json["accessors"][0]["sparse"] = {{"count", 2}};
+     }},
+    {"is not three floats a vertex",
+     [](GltfBuilder& g) {
+         g.json["accessors"][0]["type"] = "VEC2";
+     }},
+    {"is not three floats a vertex",
+     [](GltfBuilder& g) {
+         g.json["accessors"][0]["componentType"] = 5121;
+     }},
+    {"no whole numbers",
+     [](GltfBuilder& g) {
+         g.json["meshes"][0]["primitives"][0]["indices"] = 0;
+     }},
+    {"without vertices",
+     [](GltfBuilder& g) {
+         g.json["meshes"][0]["primitives"][0]["attributes"] = json::array();
+     }},
+    {"is not 16 numbers",
+     [](GltfBuilder& g) {
+         g.json["nodes"][0]["matrix"] = {1, 2, 3};
+     }},
+    {"is not 3 numbers",
+     [](GltfBuilder& g) {
+         g.json["nodes"][0]["scale"] = {1, "2", 3};
+     }},
+    {"times are no floats",
+     [](GltfBuilder& g) {
+         animate(g, "translation", 0, 0);
+     }},
+    {"keys are not those of a rotation",
+     [](GltfBuilder& g) {
+         animate(g, "rotation", g.floats({0, 1, 2}, "SCALAR"), 0);
+     }},
+    {"not as many keys as times",
+     [](GltfBuilder& g) {
+         animate(g, "scale", g.floats({0, 1}, "SCALAR"), 0);
+     }},
     {"makes no sense",
      [](GltfBuilder& g) {
          g.json["nodes"][0]["translation"] = {1e30, 0, 0};
@@ -217,6 +269,53 @@ TEST(HostileModel, APictureThatIsNoneIsLeftOutAndSaid) {
         EXPECT_TRUE(imported.product().textures.empty());
         EXPECT_EQ(imported.warnings.size(), 1U);
     }
+}
+
+TEST(HostileModel, APictureThatIsTooLargeIsLeftOutAndSaid) {
+    const TemporaryFolder folder;
+    std::string bmp = smallBmp();
+    bmp.replace(18, 4, std::string("\x00\x00\x01\x00", 4)); // a width of 65536
+    writeText(folder / "large.bmp", bmp);
+    GltfBuilder gltf = soundGltf();
+    gltf.json["images"] = {{{"uri", "large.bmp"}}};
+    gltf.json["textures"] = {{{"source", 0}}};
+    gltf.json["materials"] = {{{"normalTexture", {{"index", 0}}}}};
+    writeText(folder / "a.gltf", gltf.text());
+    Imported imported = import(folder / "a.gltf");
+    ASSERT_TRUE(imported.result) << imported.result.failure().text;
+    EXPECT_TRUE(imported.product().textures.empty());
+    ASSERT_EQ(imported.warnings.size(), 1U);
+    EXPECT_EQ(imported.warnings[0].find('`'), std::string::npos) << imported.warnings[0];
+}
+
+TEST(HostileModel, WhatIsNoFileIsNotWaitedFor) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    writeText(folder / "a.mtl", "newmtl a\nmap_Kd pipe\n");
+    const std::string triangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\nusemtl a\nf 1 2 3\n";
+    for (const char* library : {"pipe", "a.mtl", "gone.mtl"}) {
+        writeText(folder / "b.obj", std::string("mtllib ") + library + "\n" + triangle);
+        Imported imported = import(folder / "b.obj");
+        ASSERT_TRUE(imported.result) << imported.result.failure().text;
+        EXPECT_EQ(imported.warnings.size(), 1U) << library;
+    }
+}
+
+TEST(HostileModel, ANodeThatIsARootTwiceOrAChildTooStandsOnce) {
+    const TemporaryFolder folder;
+    GltfBuilder gltf = soundGltf();
+    const int above = gltf.node({{"children", {0}}});
+    gltf.json["scenes"][0]["nodes"] = {above, above, 0};
+    writeText(folder / "a.gltf", gltf.text());
+    Imported twice = import(folder / "a.gltf");
+    ASSERT_TRUE(twice.result) << twice.result.failure().text;
+    EXPECT_EQ(twice.product().nodes.size(), 2U);
+    gltf.json.erase("scenes");
+    gltf.json.erase("scene");
+    writeText(folder / "a.gltf", gltf.text());
+    Imported none = import(folder / "a.gltf");
+    ASSERT_TRUE(none.result) << none.result.failure().text;
+    EXPECT_EQ(none.product().nodes.size(), 2U);
 }
 
 TEST(HostileModel, TrianglesWithoutNumbersAreLeftOut) {

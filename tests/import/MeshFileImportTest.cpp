@@ -1,6 +1,8 @@
 #include "tests/import/GltfBuilder.h"
 #include "tests/import/ImportHarness.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cmath>
 
 using namespace qor::document;
@@ -91,6 +93,69 @@ TEST(MeshFileImport, PlyGivesTheCube) {
     writeText(folder / "a.ply", ply());
     Imported imported = import(folder / "a.ply");
     expectCube(imported);
+}
+
+TEST(MeshFileImport, OneObjectIsOneNodeWithTheNameOfTheFileWhereItHasNone) {
+    const TemporaryFolder folder;
+    writeText(folder / "bracket.ply", ply());
+    writeText(folder / "wheel.stl", binaryStl());
+    writeText(folder / "named.stl", asciiStl());
+    writeText(folder / "plate.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    for (const auto& [file, name] :
+         {std::pair("bracket.ply", "bracket"), std::pair("wheel.stl", "wheel"),
+          std::pair("named.stl", "cube"), std::pair("plate.obj", "plate")}) {
+        Imported imported = import(folder / file);
+        ASSERT_TRUE(imported.result) << imported.result.failure().text;
+        const Product& product = imported.product();
+        ASSERT_EQ(product.nodes.size(), 1U) << file;
+        EXPECT_EQ(product.nodes[0].name, name);
+        EXPECT_EQ(product.parts[0].name, name);
+        // Nobody said what it is made of.
+        EXPECT_TRUE(product.materials.empty()) << file;
+        EXPECT_EQ(product.meshes[0].groups[0].material, none) << file;
+    }
+}
+
+TEST(MeshFileImport, ColoursOfVerticesHaveAWhiteMaterialUnderThem) {
+    const TemporaryFolder folder;
+    writeText(folder / "a.obj", "v 0 0 0 1 0 0\nv 1 0 0 0 1 0\nv 0 1 0 0 0 1\nf 1 2 3\n");
+    Imported imported = import(folder / "a.obj");
+    ASSERT_TRUE(imported.result) << imported.result.failure().text;
+    const Product& product = imported.product();
+    EXPECT_FALSE(product.meshes[0].colors.empty());
+    ASSERT_EQ(product.materials.size(), 1U);
+    EXPECT_EQ(product.materials[0].baseColor, (std::array<double, 4>{1, 1, 1, 1}));
+}
+
+TEST(MeshFileImport, TextStlMayBeginWithBlanksAndShout) {
+    const TemporaryFolder folder;
+    std::string text = " \r\n" + asciiStl();
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    writeText(folder / "a.stl", text);
+    Imported imported = import(folder / "a.stl");
+    expectCube(imported);
+}
+
+TEST(MeshFileImport, DamagedPlyIsRefusedWithThePlace) {
+    const TemporaryFolder folder;
+    const auto expectRefused = [&](std::string text, const char* from, const char* to,
+                                   const char* says) {
+        const std::size_t at = text.rfind(from);
+        ASSERT_NE(at, std::string::npos);
+        text.replace(at, std::string(from).size(), to);
+        writeText(folder / "a.ply", text);
+        const Imported imported = import(folder / "a.ply");
+        ASSERT_FALSE(imported.result) << says;
+        EXPECT_NE(imported.result.failure().text.find(says), std::string::npos)
+            << imported.result.failure().text;
+    };
+    expectRefused(ply(), "3 3 4 7\n", "", "face 11 of 12 is missing");
+    expectRefused(ply(), "3 3 4 7\n", "3 3 4 8\n", "face 11 names the vertex 8");
+    expectRefused(ply(), "3 3 4 7\n", "3 3 4 -1\n", "face 11 names the vertex -1");
+    expectRefused(ply(), "3 3 4 7\n", "99 3 4 7\n", "face 11 claims a list of 99 numbers");
+    expectRefused(ply(), "property float z", "property pear z", "unknown type \"pear\"");
+    expectRefused(ply(), "ascii", "sorted", "unknown format \"sorted\"");
 }
 
 TEST(MeshFileImport, ObjKeepsObjectsMaterialsAndPictures) {

@@ -89,6 +89,22 @@ TEST(StepStructure, AnAbsurdUnitIsRefused) {
     }
 }
 
+TEST(StepStructure, WhatCannotBeReadAndWhatNamesItAreCounted) {
+    const TemporaryFolder folder;
+    writeStepMachine(folder / "a.step", "MM");
+    std::string text = readText(folder / "a.step");
+    const std::size_t color = text.find("DRAUGHTING_PRE_DEFINED_COLOUR(");
+    ASSERT_NE(color, std::string::npos);
+    text.replace(color, 10, "CLOUDING_X");
+    writeText(folder / "a.step", text);
+    const Imported imported = import(folder / "a.step");
+    ASSERT_TRUE(imported.result) << imported.result.failure().text;
+    ASSERT_FALSE(imported.warnings.empty());
+    EXPECT_TRUE(imported.warnings[0].starts_with(
+        "it is damaged: 2 of its entities could not be read, the first is #"))
+        << imported.warnings[0];
+}
+
 TEST(StepStructure, TruncationIsRefusedOrLeavesOutWhatIsMissing) {
     const TemporaryFolder folder;
     writeStepMachine(folder / "whole.step", "MM");

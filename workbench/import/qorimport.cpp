@@ -5,6 +5,7 @@
 #include "workbench/document/product/ProductFile.h"
 #include "workbench/document/product/ProductQuery.h"
 #include "workbench/import/model/CommandLine.h"
+#include "workbench/import/model/CrashLine.h"
 #include "workbench/import/model/ModelReader.h"
 #include "workbench/import/process/ProgressLine.h"
 
@@ -35,6 +36,8 @@ public:
     LineOutput() : file_(fdopen(dup(STDOUT_FILENO), "w")) { dup2(STDERR_FILENO, STDOUT_FILENO); }
 
     ~LineOutput() { std::fclose(file_); }
+
+    [[nodiscard]] int descriptor() const { return fileno(file_); }
 
     LineOutput(const LineOutput&) = delete;
     LineOutput& operator=(const LineOutput&) = delete;
@@ -113,6 +116,10 @@ private:
         line.stage = stage;
         line.fraction = fraction;
         output_.write(line);
+        if (stage != stage_) {
+            stage_ = stage;
+            prepareForCrash();
+        }
     }
 
     void warning(const std::string& text) {
@@ -120,10 +127,24 @@ private:
         line.kind = ProgressKind::Warning;
         line.text = command_.model.string() + ": " + text;
         output_.write(line);
+        lastWarning_ = text;
+        prepareForCrash();
+    }
+
+    void prepareForCrash() {
+        const std::string before = lastWarning_.empty() ? "it is damaged" : lastWarning_;
+        const document::Failure failure{document::FaultKind::Input,
+                                        command_.model.string() + ": " + before +
+                                            "; what reads it crashed in the stage \"" + stage_ +
+                                            "\""};
+        crashLine_.set(import::formatProgressLine(errorLine(failure)) + "\n");
     }
 
     import::CommandLine command_;
     LineOutput output_;
+    import::CrashLine crashLine_{output_.descriptor(), failed};
+    std::string stage_;
+    std::string lastWarning_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     import::ImportReport report_{
         [this](const std::string& stage, double fraction){progress(stage, fraction);

@@ -116,6 +116,12 @@ std::optional<ModelFormat> fromSuffix(const std::filesystem::path& file) {
     return std::nullopt;
 }
 
+bool startsWithSolid(std::string_view text) {
+    constexpr std::string_view word = "solid";
+    return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
+                                                    [](char a, char b) { return a == (b | 0x20); });
+}
+
 // Whether content without a signature of its own can be what the suffix says.
 bool isPossible(ModelFormat format, std::string_view head, std::uintmax_t size) {
     switch (format) {
@@ -124,8 +130,7 @@ bool isPossible(ModelFormat format, std::string_view head, std::uintmax_t size) 
     case ModelFormat::Obj:
         return isText(head);
     case ModelFormat::Stl:
-        return looksLikeBinaryStl(head, size) ||
-               (trimmed(head).starts_with("solid") && isText(head));
+        return looksLikeBinaryStl(head, size) || (isText(head) && startsWithSolid(trimmed(head)));
     case ModelFormat::Step:
         return head.find("ISO-10303-21") != std::string_view::npos;
     default:

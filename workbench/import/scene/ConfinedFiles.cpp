@@ -39,7 +39,7 @@ bool ConfinedFiles::Exists(const char* file) const {
     if (isModel(file))
         return true;
     const auto found = folder_.find(fs::absolute(file));
-    return found && DefaultIOSystem::Exists(found->c_str());
+    return found && fs::is_regular_file(*found);
 }
 
 Assimp::IOStream* ConfinedFiles::Open(const char* file, const char* mode) {
@@ -55,7 +55,17 @@ Assimp::IOStream* ConfinedFiles::Open(const char* file, const char* mode) {
                      "\", which is outside its folder and was not read");
         return nullptr;
     }
+    // Pipes and devices never end, or never begin.
+    if (!fs::is_regular_file(*found)) {
+        if (!isGuess(*found))
+            report_.warn("it refers to \"" + found->filename().string() + "\", which is missing");
+        return nullptr;
+    }
     return DefaultIOSystem::Open(found->c_str(), mode);
+}
+
+bool ConfinedFiles::isGuess(const fs::path& file) const {
+    return file.stem() == model_.file.stem();
 }
 
 } // namespace qor::import

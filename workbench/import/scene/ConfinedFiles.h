@@ -42,6 +42,8 @@ public:
 
 private:
     [[nodiscard]] bool isModel(const char* file) const;
+    /// Whether Assimp looks for the file on its own account, by the model's name.
+    [[nodiscard]] bool isGuess(const std::filesystem::path& file) const;
 
     SeenModel model_;
     ModelFolder folder_;

@@ -2,10 +2,10 @@
 
 #include "workbench/document/product/Product.h"
 #include "workbench/import/model/ImportError.h"
+#include "workbench/import/scene/GltfGeometryCheck.h"
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <vector>
 
 namespace qor::import {
@@ -24,19 +24,6 @@ constexpr std::array supportedExtensions{"KHR_lights_punctual",
                                          "KHR_texture_transform",
                                          "KHR_materials_specular",
                                          "KHR_materials_sheen"};
-
-std::string itemName(const char* what, std::size_t index) {
-    return std::string(what) + " " + std::to_string(index);
-}
-
-std::uint64_t countOf(const json& object, const char* member, const std::string& what) {
-    const auto found = object.find(member);
-    if (found == object.end())
-        return 0;
-    if (!found->is_number_unsigned())
-        throw ImportError(what + ": its \"" + member + "\" is no count");
-    return found->get<std::uint64_t>();
-}
 
 void checkVersion(const json& gltf) {
     const std::string version = stringOf(objectOf(gltf, "asset"), "version");
@@ -76,118 +63,6 @@ void checkBuffers(const json& gltf, const AvailableBytes& available) {
     }
 }
 
-std::uint64_t componentBytes(const json& accessor) {
-    static const std::map<int, std::uint64_t> sizes{{5120, 1}, {5121, 1}, {5122, 2},
-                                                    {5123, 2}, {5125, 4}, {5126, 4}};
-    const auto found = sizes.find(static_cast<int>(numberOf(accessor, "componentType", 0)));
-    return found == sizes.end() ? 0 : found->second;
-}
-
-std::uint64_t componentCount(const json& accessor) {
-    static const std::map<std::string, std::uint64_t> counts{
-        {"SCALAR", 1}, {"VEC2", 2}, {"VEC3", 3}, {"VEC4", 4},
-        {"MAT2", 4},   {"MAT3", 9}, {"MAT4", 16}};
-    const auto found = counts.find(stringOf(accessor, "type"));
-    return found == counts.end() ? 0 : found->second;
-}
-
-// Whether \p count elements of \p bytes each lie within the view that \p reader names.
-void checkReach(const json& gltf,
-                const json& reader,
-                std::uint64_t count,
-                std::uint64_t bytes,
-                const std::string& what) {
-    const json& views = arrayOf(gltf, "bufferViews");
-    const std::int32_t view = indexOf(reader, "bufferView", views.size(), what);
-    if (view < 0 || count == 0)
-        return;
-    const std::uint64_t stride = countOf(views[view], "byteStride", what);
-    const std::uint64_t step = stride == 0 ? bytes : stride;
-    const std::uint64_t offset = countOf(reader, "byteOffset", what);
-    const std::uint64_t length = countOf(views[view], "byteLength", what);
-    if (offset > length || count > length || bytes > length - offset ||
-        (count - 1) * step > length - offset - bytes)
-        throw ImportError(what + " claims " + std::to_string(count) +
-                          " elements, more than its buffer view holds");
-}
-
-void checkAccessors(const json& gltf) {
-    const json& accessors = arrayOf(gltf, "accessors");
-    for (std::size_t i = 0; i < accessors.size(); ++i) {
-        const std::string what = itemName("accessor", i);
-        const json& accessor = accessors[i];
-        const std::uint64_t bytes = componentBytes(accessor) * componentCount(accessor);
-        if (bytes == 0)
-            throw ImportError(what + " is of no known type");
-        const std::uint64_t count = countOf(accessor, "count", what);
-        if (!accessor.contains("bufferView") && count > 50'000'000)
-            throw ImportError(what + " claims " + std::to_string(count) + " elements of nothing");
-        checkReach(gltf, accessor, count, bytes, what);
-        const json& sparse = objectOf(accessor, "sparse");
-        if (sparse.empty())
-            continue;
-        const std::uint64_t changed = countOf(sparse, "count", what);
-        if (changed > count)
-            throw ImportError(what + " replaces more elements than it has");
-        const json& indices = objectOf(sparse, "indices");
-        checkReach(gltf, indices, changed, std::max<std::uint64_t>(1, componentBytes(indices)),
-                   what);
-        checkReach(gltf, objectOf(sparse, "values"), changed, bytes, what);
-    }
-}
-
-void checkPrimitive(const json& gltf, const json& primitive, const std::string& what) {
-    const std::size_t accessors = arrayOf(gltf, "accessors").size();
-    const json& attributes = objectOf(primitive, "attributes");
-    std::uint64_t vertices = 0;
-    for (const auto& [name, value] : attributes.items()) {
-        const std::int32_t accessor = indexOf(attributes, name.c_str(), accessors, what);
-        const std::uint64_t count = countOf(gltf["accessors"][accessor], "count", what);
-        if (vertices != 0 && count != vertices)
-            throw ImportError(what + ": its attributes differ in length");
-        vertices = count;
-    }
-    static_cast<void>(indexOf(primitive, "indices", accessors, what));
-    static_cast<void>(indexOf(primitive, "material", arrayOf(gltf, "materials").size(), what));
-}
-
-void checkMeshes(const json& gltf) {
-    const json& meshes = arrayOf(gltf, "meshes");
-    for (std::size_t i = 0; i < meshes.size(); ++i)
-        for (const json& primitive : arrayOf(meshes[i], "primitives"))
-            checkPrimitive(gltf, primitive, itemName("mesh", i));
-    const json& textures = arrayOf(gltf, "textures");
-    for (std::size_t i = 0; i < textures.size(); ++i) {
-        static_cast<void>(
-            indexOf(textures[i], "source", arrayOf(gltf, "images").size(), itemName("texture", i)));
-        static_cast<void>(indexOf(textures[i], "sampler", arrayOf(gltf, "samplers").size(),
-                                  itemName("texture", i)));
-    }
-    const json& images = arrayOf(gltf, "images");
-    for (std::size_t i = 0; i < images.size(); ++i)
-        static_cast<void>(indexOf(images[i], "bufferView", arrayOf(gltf, "bufferViews").size(),
-                                  itemName("image", i)));
-}
-
-void checkAnimations(const json& gltf) {
-    const std::size_t accessors = arrayOf(gltf, "accessors").size();
-    const json& animations = arrayOf(gltf, "animations");
-    for (std::size_t i = 0; i < animations.size(); ++i) {
-        const std::string what = itemName("animation", i);
-        const json& samplers = arrayOf(animations[i], "samplers");
-        for (const json& sampler : samplers)
-            if (indexOf(sampler, "input", accessors, what) < 0 ||
-                indexOf(sampler, "output", accessors, what) < 0)
-                throw ImportError(what + " has a sampler without keys");
-        for (const json& channel : arrayOf(animations[i], "channels")) {
-            if (indexOf(channel, "sampler", samplers.size(), what) < 0)
-                throw ImportError(what + " has a channel without a sampler");
-            static_cast<void>(
-                indexOf(objectOf(channel, "target"), "node", arrayOf(gltf, "nodes").size(), what));
-        }
-    }
-}
-
 std::vector<std::int32_t> nodeList(const json& list, std::size_t nodes, const std::string& what) {
     std::vector<std::int32_t> indices;
     for (const json& entry : list) {
@@ -198,6 +73,29 @@ std::vector<std::int32_t> nodeList(const json& list, std::size_t nodes, const st
     return indices;
 }
 
+// A member that places a node: as many numbers as it must have, or nothing.
+void checkPlacement(const json& node,
+                    const char* member,
+                    std::size_t count,
+                    const std::string& what) {
+    const auto found = node.find(member);
+    if (found == node.end())
+        return;
+    const bool sound = found->is_array() && found->size() == count &&
+                       std::all_of(found->begin(), found->end(),
+                                   [](const json& number) { return number.is_number(); });
+    if (!sound)
+        throw ImportError(what + ": its \"" + member + "\" is not " + std::to_string(count) +
+                          " numbers");
+}
+
+void checkPlacement(const json& node, const std::string& what) {
+    checkPlacement(node, "matrix", 16, what);
+    checkPlacement(node, "translation", 3, what);
+    checkPlacement(node, "rotation", 4, what);
+    checkPlacement(node, "scale", 3, what);
+}
+
 // One parent at most for each node, no circle, and not too deep. Parents are followed upwards,
 // which needs no stack.
 void checkTree(const json& gltf) {
@@ -205,6 +103,7 @@ void checkTree(const json& gltf) {
     std::vector<std::int32_t> parent(nodes.size(), -1);
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         const std::string what = itemName("node", i);
+        checkPlacement(nodes[i], what);
         static_cast<void>(indexOf(nodes[i], "mesh", arrayOf(gltf, "meshes").size(), what));
         static_cast<void>(indexOf(nodes[i], "camera", arrayOf(gltf, "cameras").size(), what));
         for (const std::int32_t child :
@@ -234,9 +133,9 @@ void checkTree(const json& gltf) {
 void checkGltf(const json& gltf, const AvailableBytes& available) {
     checkVersion(gltf);
     checkBuffers(gltf, available);
-    checkAccessors(gltf);
-    checkMeshes(gltf);
-    checkAnimations(gltf);
+    checkGltfAccessors(gltf);
+    checkGltfMeshes(gltf);
+    checkGltfAnimations(gltf);
     checkTree(gltf);
 }
 

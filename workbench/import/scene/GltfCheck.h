@@ -30,6 +30,14 @@ void checkGltf(const nlohmann::json& gltf, const AvailableBytes& available);
 /// A string, empty if it is missing or something else.
 [[nodiscard]] std::string stringOf(const nlohmann::json& object, const char* member);
 
+/// A count or length, 0 if it is missing. Throws ImportError naming \p what if it is something
+/// else.
+[[nodiscard]] std::uint64_t
+countOf(const nlohmann::json& object, const char* member, const std::string& what);
+
+/// "mesh 3", as messages call it.
+[[nodiscard]] std::string itemName(const char* what, std::size_t index);
+
 /// An index below \p limit, -1 if it is missing. Throws ImportError naming \p what if it is out of
 /// range.
 [[nodiscard]] std::int32_t indexOf(const nlohmann::json& object,

@@ -110,11 +110,14 @@ std::vector<std::uint8_t> joinGlb(const GlbParts& parts) {
 }
 
 std::vector<std::uint8_t> readBytes(const std::filesystem::path& file) {
+    const ImportError unreadable("\"" + file.filename().string() + "\" cannot be read");
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (error) // also of pipes and devices: opening one may take for ever
+        throw ImportError(unreadable);
     std::ifstream in(file, std::ios::binary);
-    if (error || !in)
-        throw ImportError("\"" + file.filename().string() + "\" cannot be read");
+    if (!in)
+        throw ImportError(unreadable);
     std::vector<std::uint8_t> bytes(size);
     in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size));
     bytes.resize(static_cast<std::size_t>(in.gcount()));

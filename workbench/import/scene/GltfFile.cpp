@@ -46,6 +46,37 @@ void stripForAssimp(json& gltf) {
     }
 }
 
+std::vector<bool> childrenOf(const json& gltf) {
+    const json& nodes = arrayOf(gltf, "nodes");
+    std::vector<bool> isChild(nodes.size(), false);
+    for (const json& node : nodes)
+        for (const json& child : arrayOf(node, "children"))
+            isChild[child.get<std::size_t>()] = true;
+    return isChild;
+}
+
+// The scene that is shown, with every root once: files name roots twice, name nodes that hang on
+// others, or have no scene at all.
+void keepOneScene(json& gltf) {
+    std::vector<bool> isTaken = childrenOf(gltf);
+    json roots = json::array();
+    const auto take = [&](std::size_t node) {
+        if (!isTaken[node])
+            roots.push_back(node);
+        isTaken[node] = true;
+    };
+    const json& scenes = arrayOf(gltf, "scenes");
+    if (scenes.empty())
+        for (std::size_t node = 0; node < isTaken.size(); ++node)
+            take(node);
+    else
+        for (const json& node :
+             arrayOf(scenes[static_cast<std::size_t>(numberOf(gltf, "scene", 0))], "nodes"))
+            take(node.get<std::size_t>());
+    gltf["scenes"] = {{{"nodes", std::move(roots)}}};
+    gltf["scene"] = 0;
+}
+
 } // namespace
 
 GltfFile::GltfFile(const std::filesystem::path& file, bool binary)
@@ -110,6 +141,7 @@ std::vector<std::uint8_t> GltfFile::imageBytes(std::size_t image) const {
 std::vector<std::uint8_t> GltfFile::contentForAssimp() const {
     json gltf = json_;
     stripForAssimp(gltf);
+    keepOneScene(gltf);
     renumber(gltf, "nodes", nodePrefix);
     renumber(gltf, "meshes", meshPrefix);
     if (gltf.contains("buffers"))

@@ -75,4 +75,17 @@ indexOf(const json& object, const char* member, std::size_t limit, const std::st
     return static_cast<std::int32_t>(found->get<std::uint64_t>());
 }
 
+std::string itemName(const char* what, std::size_t index) {
+    return std::string(what) + " " + std::to_string(index);
+}
+
+std::uint64_t countOf(const json& object, const char* member, const std::string& what) {
+    const auto found = object.find(member);
+    if (found == object.end())
+        return 0;
+    if (!found->is_number_unsigned())
+        throw ImportError(what + ": its \"" + member + "\" is no count");
+    return found->get<std::uint64_t>();
+}
+
 } // namespace qor::import

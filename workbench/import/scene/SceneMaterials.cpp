@@ -112,32 +112,72 @@ private:
     std::map<std::string, std::int32_t> known_;
 };
 
+bool isShownWithColors(const aiScene& scene, unsigned material) {
+    for (unsigned i = 0; i < scene.mNumMeshes; ++i)
+        if (scene.mMeshes[i]->mMaterialIndex == material && scene.mMeshes[i]->HasVertexColors(0))
+            return true;
+    return false;
+}
+
+// Assimp gives meshes without a material one of its own: white, or a grey of 0.6 in OBJ files.
+bool isMadeUp(const aiMaterial& source) {
+    const std::string name = source.GetName().C_Str();
+    aiColor3D color(1, 1, 1);
+    source.Get(AI_MATKEY_COLOR_DIFFUSE, color);
+    const auto is = [&color](ai_real grey) {
+        return color == aiColor3D(grey, grey, grey);
+    };
+    return (name.empty() || name == AI_DEFAULT_MATERIAL_NAME) && (is(1) || is(ai_real(0.6))) &&
+           source.GetTextureCount(aiTextureType_DIFFUSE) == 0;
+}
+
+void readTextures(const aiMaterial& source, TextureTable& textures, Material& material) {
+    for (const Slot& slot : slots) {
+        aiString path;
+        if (source.GetTexture(slot.type, 0, &path) != aiReturn_SUCCESS)
+            continue;
+        const std::int32_t texture = textures.indexOf(path.C_Str());
+        if (texture == none)
+            continue;
+        document::TextureUse use;
+        use.texture = texture;
+        material.texture(slot.slot) = use;
+    }
+}
+
+Material materialOf(const aiMaterial& source, TextureTable& textures) {
+    Material material;
+    material.name = source.GetName().C_Str();
+    readColors(source, material);
+    readFinish(source, material);
+    readTextures(source, textures, material);
+    return material;
+}
+
+// What lies under colours of vertices, which multiply it.
+Material whiteMaterial() {
+    Material material;
+    material.name = "Vertex colors";
+    return material;
+}
+
 } // namespace
 
-void addSceneMaterials(const aiScene& scene,
-                       const std::filesystem::path& model,
-                       document::Product& product,
-                       ImportReport& report) {
+std::vector<std::int32_t> addSceneMaterials(const aiScene& scene,
+                                            const std::filesystem::path& model,
+                                            document::Product& product,
+                                            ImportReport& report) {
     TextureTable textures(model, product, report);
+    std::vector<std::int32_t> places(scene.mNumMaterials, none);
     for (unsigned i = 0; i < scene.mNumMaterials; ++i) {
         const aiMaterial& source = *scene.mMaterials[i];
-        Material material;
-        material.name = source.GetName().C_Str();
-        readColors(source, material);
-        readFinish(source, material);
-        for (const Slot& slot : slots) {
-            aiString path;
-            if (source.GetTexture(slot.type, 0, &path) != aiReturn_SUCCESS)
-                continue;
-            const std::int32_t texture = textures.indexOf(path.C_Str());
-            if (texture == none)
-                continue;
-            document::TextureUse use;
-            use.texture = texture;
-            material.texture(slot.slot) = use;
-        }
-        product.materials.push_back(std::move(material));
+        const bool madeUp = isMadeUp(source);
+        if (madeUp && !isShownWithColors(scene, i))
+            continue;
+        places[i] = static_cast<std::int32_t>(product.materials.size());
+        product.materials.push_back(madeUp ? whiteMaterial() : materialOf(source, textures));
     }
+    return places;
 }
 
 } // namespace qor::import

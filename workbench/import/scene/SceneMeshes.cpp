@@ -186,13 +186,13 @@ private:
 
 Mesh joinMeshes(std::span<const aiMesh* const> parts,
                 const MeshRules& rules,
-                std::size_t materialCount,
+                std::span<const std::int32_t> materials,
                 ImportReport& report) {
     MeshJoiner joiner(parts, rules);
     for (const aiMesh* part : parts)
         if ((part->mPrimitiveTypes & aiPrimitiveType_TRIANGLE) != 0)
-            joiner.add(*part, part->mMaterialIndex < materialCount
-                                  ? static_cast<std::int32_t>(part->mMaterialIndex)
+            joiner.add(*part, part->mMaterialIndex < materials.size()
+                                  ? materials[part->mMaterialIndex]
                                   : none);
     if (joiner.dropped() > 0)
         report.warn(std::to_string(joiner.dropped()) +

@@ -19,11 +19,11 @@ struct MeshRules {
 };
 
 /// Joins \p parts, the primitives of one mesh, into one with a group each. Triangles with a vertex
-/// that is not finite or not there are left out with a warning. \p materialCount: indices from
-/// there on mean "none".
+/// that is not finite or not there are left out with a warning. \p materials: the place in the
+/// product of each of Assimp's; indices beyond mean `none`.
 [[nodiscard]] document::Mesh joinMeshes(std::span<const aiMesh* const> parts,
                                         const MeshRules& rules,
-                                        std::size_t materialCount,
+                                        std::span<const std::int32_t> materials,
                                         ImportReport& report);
 
 } // namespace qor::import

@@ -5,16 +5,21 @@
 #include "workbench/import/scene/GltfFile.h"
 #include "workbench/import/scene/GltfMaterials.h"
 #include "workbench/import/scene/GltfViews.h"
-#include "workbench/import/scene/PlyHead.h"
+#include "workbench/import/scene/PlyCheck.h"
 #include "workbench/import/scene/SceneAnimations.h"
 #include "workbench/import/scene/SceneMaterials.h"
 #include "workbench/import/scene/SceneTree.h"
+#include "workbench/import/scene/StlText.h"
 #include "workbench/import/scene/UnsharedVertices.h"
 
 #include <assimp/Importer.hpp>
 #include <assimp/ProgressHandler.hpp>
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
+
+#include <algorithm>
+#include <array>
+#include <numeric>
 
 namespace qor::import {
 
@@ -94,16 +99,25 @@ readAndPrepare(Assimp::Importer& importer, const std::filesystem::path& file, Mo
     return importer.ApplyPostProcessing(stepsFor(format));
 }
 
+// Whether Assimp's complaint means no more than that there are no triangles.
+bool saysNothingToShow(std::string_view complaint) {
+    constexpr std::array complaints{"No meshes remaining", "has no faces", "file is empty",
+                                    "Mesh with invalid primitive type", "file is too small"};
+    return std::any_of(complaints.begin(), complaints.end(), [&](const char* words) {
+        return complaint.find(words) != std::string_view::npos;
+    });
+}
+
 const aiScene& import(Assimp::Importer& importer,
                       const std::filesystem::path& file,
                       ModelFormat format,
                       ImportReport& report) {
     report.enter("read", 0, readTo);
     const aiScene* scene = report.inLibrary([&] { return readAndPrepare(importer, file, format); });
-    if (scene == nullptr)
+    if (scene == nullptr && !saysNothingToShow(importer.GetErrorString()))
         throw ImportError(std::string("it cannot be understood as ") + nameOf(format) + ": " +
                           importer.GetErrorString());
-    if (scene->mRootNode == nullptr || scene->mNumMeshes == 0)
+    if (scene == nullptr || scene->mRootNode == nullptr || scene->mNumMeshes == 0)
         throw ImportError("it holds no surface that can be shown");
     return *scene;
 }
@@ -140,7 +154,10 @@ Product readGltf(const std::filesystem::path& file, ModelFormat format, ImportRe
     addGltfMaterials(gltf, product, report);
     report.enter("mesh", texturesTo, meshTo);
     const MeshRules rules{{1000, true}, true};
-    const std::vector<std::int32_t> nodeOf = addSceneTree(scene, rules, &gltf, product, report);
+    std::vector<std::int32_t> materials(product.materials.size());
+    std::iota(materials.begin(), materials.end(), 0);
+    const std::vector<std::int32_t> nodeOf =
+        addSceneTree(scene, rules, &gltf, materials, product, report);
     addGltfViews(gltf, rules.axes, nodeOf, product);
     addSceneAnimations(scene, gltf, rules.axes, nodeOf, product);
     session.free(report);
@@ -153,14 +170,17 @@ Product readScene(const std::filesystem::path& file, ModelFormat format, ImportR
     if (isGltf(format))
         return readGltf(file, format, report);
     if (format == ModelFormat::Ply)
-        checkPlyHead(file);
-    Session session(file, format, {}, report);
+        checkPly(file);
+    const std::vector<std::uint8_t> content =
+        format == ModelFormat::Stl ? tidyStl(file) : std::vector<std::uint8_t>();
+    Session session(file, format, content, report);
     const aiScene& scene = import(session.importer, file, format, report);
     Product product;
+    product.name = file.stem().string();
     report.enter("textures", readTo, texturesTo);
-    addSceneMaterials(scene, file, product, report);
+    const std::vector<std::int32_t> materials = addSceneMaterials(scene, file, product, report);
     report.enter("mesh", texturesTo, meshTo);
-    addSceneTree(scene, {}, nullptr, product, report);
+    addSceneTree(scene, {}, nullptr, materials, product, report);
     session.free(report);
     return product;
 }

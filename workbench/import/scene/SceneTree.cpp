@@ -28,9 +28,15 @@ public:
     TreeBuilder(const aiScene& scene,
                 const MeshRules& rules,
                 const GltfFile* gltf,
+                std::span<const std::int32_t> materials,
                 document::Product& product,
                 ImportReport& report)
-        : scene_(scene), rules_(rules), gltf_(gltf), product_(product), report_(report) {
+        : scene_(scene)
+        , rules_(rules)
+        , gltf_(gltf)
+        , materials_(materials)
+        , product_(product)
+        , report_(report) {
         if (gltf_ != nullptr)
             nodeOf_.assign(arrayOf(gltf_->root(), "nodes").size(), none);
     }
@@ -44,9 +50,13 @@ public:
     }
 
 private:
-    // Assimp puts several roots of a glTF scene below one of its own.
+    // Assimp puts several roots of a glTF scene below one of its own, and the one object of another
+    // file as well.
     [[nodiscard]] bool isMadeUpRoot() const {
-        return gltf_ != nullptr && GltfFile::indexFromName(scene_.mRootNode->mName.C_Str()) == none;
+        const aiNode& root = *scene_.mRootNode;
+        if (gltf_ != nullptr)
+            return GltfFile::indexFromName(root.mName.C_Str()) == none;
+        return root.mNumMeshes == 0 && root.mNumChildren == 1 && root.mTransformation.IsIdentity();
     }
 
     void addChildren(const aiNode& source, std::int32_t parent, int depth) {
@@ -71,12 +81,22 @@ private:
     }
 
     [[nodiscard]] std::string nameOf(const aiNode& source, std::int32_t part) const {
-        std::string name = source.mName.C_Str();
-        if (gltf_ != nullptr)
-            name = nameIn(*gltf_, "nodes", GltfFile::indexFromName(name));
+        std::string name = ownNameOf(source);
         if (name.empty() && part != none)
             name = product_.parts[part].name;
+        if (name.empty() && gltf_ == nullptr)
+            name = product_.name;
         return name.empty() ? "Node " + std::to_string(product_.nodes.size()) : name;
+    }
+
+    // The name that the file gives; empty for those that Assimp makes up.
+    [[nodiscard]] std::string ownNameOf(const aiNode& source) const {
+        const std::string name = source.mName.C_Str();
+        if (gltf_ != nullptr)
+            return nameIn(*gltf_, "nodes", GltfFile::indexFromName(name));
+        const bool isMadeUp = &source == scene_.mRootNode || name.starts_with('<') ||
+                              name.starts_with("defaultobject");
+        return isMadeUp ? std::string() : name;
     }
 
     std::int32_t partOf(const aiNode& source) {
@@ -99,11 +119,13 @@ private:
         part.name = meshes.empty() ? std::string() : meshes.front()->mName.C_Str();
         if (gltf_ != nullptr)
             part.name = nameIn(*gltf_, "meshes", GltfFile::indexFromName(part.name));
+        if (gltf_ == nullptr)
+            part.name = ownNameOf(source);
         if (part.name.empty() && gltf_ == nullptr)
-            part.name = source.mName.C_Str();
+            part.name = product_.name;
         if (part.name.empty())
             part.name = "Part " + std::to_string(product_.parts.size() + 1);
-        document::Mesh mesh = joinMeshes(meshes, rules_, product_.materials.size(), report_);
+        document::Mesh mesh = joinMeshes(meshes, rules_, materials_, report_);
         if (!mesh.indices.empty()) {
             mesh.name = part.name;
             part.mesh = static_cast<std::int32_t>(product_.meshes.size());
@@ -117,6 +139,7 @@ private:
     const aiScene& scene_;
     const MeshRules& rules_;
     const GltfFile* gltf_;
+    std::span<const std::int32_t> materials_;
     document::Product& product_;
     ImportReport& report_;
     std::vector<std::int32_t> nodeOf_;
@@ -129,9 +152,10 @@ private:
 std::vector<std::int32_t> addSceneTree(const aiScene& scene,
                                        const MeshRules& rules,
                                        const GltfFile* gltf,
+                                       std::span<const std::int32_t> materials,
                                        document::Product& product,
                                        ImportReport& report) {
-    return TreeBuilder(scene, rules, gltf, product, report).build();
+    return TreeBuilder(scene, rules, gltf, materials, product, report).build();
 }
 
 } // namespace qor::import

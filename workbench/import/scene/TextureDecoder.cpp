@@ -67,6 +67,9 @@ Texture decode(std::span<const std::uint8_t> bytes) {
     image.magick(coderOf(bytes));
     image.quiet(true);
     image.read(Magick::Blob(bytes.data(), bytes.size()));
+    if (image.columns() == 0 || image.rows() == 0)
+        throw ImportError("its size cannot be had; the largest is " +
+                          std::to_string(largestTextureSide) + " pixels a side");
     Texture texture;
     texture.width = static_cast<std::uint32_t>(image.columns());
     texture.height = static_cast<std::uint32_t>(image.rows());
@@ -74,6 +77,18 @@ Texture decode(std::span<const std::uint8_t> bytes) {
     image.write(0, 0, texture.width, texture.height, "RGBA", Magick::CharPixel,
                 texture.pixels.data());
     return texture;
+}
+
+// What the picture library says, without its own places: "program: text `file' @ place".
+std::string reasonOf(const Magick::Exception& error) {
+    std::string text = error.what();
+    if (const std::size_t place = text.find(" @ "); place != std::string::npos)
+        text.resize(place);
+    if (const std::size_t file = text.find(" `"); file != std::string::npos)
+        text.resize(file);
+    if (const std::size_t program = text.find(": "); program != std::string::npos)
+        text.erase(0, program + 2);
+    return text;
 }
 
 } // namespace
@@ -85,7 +100,7 @@ Texture decodeTexture(std::span<const std::uint8_t> bytes) {
     try {
         return decode(bytes);
     } catch (const Magick::Exception& error) {
-        throw ImportError(std::string("it cannot be decoded: ") + error.what());
+        throw ImportError("it cannot be decoded: " + reasonOf(error));
     }
 }
 

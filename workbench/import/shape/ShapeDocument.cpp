@@ -49,6 +49,11 @@ void transfer(Reader& reader, const Handle(TDocStd_Document) & document, ImportR
         throw ImportError("it holds no shape that can be read");
 }
 
+void warnOfDamage(const Handle(Interface_InterfaceModel) & model, ImportReport& report) {
+    if (const std::string damage = damageIn(model); !damage.empty())
+        report.warn(damage);
+}
+
 ShapeDocument readStep(const std::filesystem::path& file, ImportReport& report) {
     STEPCAFControl_Reader reader;
     reader.SetColorMode(true);
@@ -59,6 +64,7 @@ ShapeDocument readStep(const std::filesystem::path& file, ImportReport& report) 
     reader.SetPropsMode(false);
     expectRead(report.inLibrary([&] { return reader.ReadFile(file.c_str()); }), "STEP");
     const auto model = Handle(StepData_StepModel)::DownCast(reader.Reader().WS()->Model());
+    warnOfDamage(model, report);
     checkStepAssembly(model);
     ShapeDocument result{newDocument(), lengthUnitOf(model)};
     transfer(reader, result.document, report);
@@ -71,6 +77,7 @@ ShapeDocument readIges(const std::filesystem::path& file, ImportReport& report) 
     reader.SetNameMode(true);
     reader.SetLayerMode(false);
     expectRead(report.inLibrary([&] { return reader.ReadFile(file.c_str()); }), "IGES");
+    warnOfDamage(reader.IGESModel(), report);
     const IGESData_GlobalSection section = reader.IGESModel()->GlobalSection();
     const std::string name = section.UnitName().IsNull() ? "unit" : section.UnitName()->ToCString();
     // The section gives its unit in those of the session, which are millimetres.

@@ -134,6 +134,22 @@ void checkStepAssembly(const Handle(StepData_StepModel) & model) {
         measure.measure(parent);
 }
 
+std::string damageIn(const Handle(Interface_InterfaceModel) & model) {
+    Standard_Integer count = 0;
+    Standard_Integer first = 0;
+    for (Standard_Integer i = model->NbEntities(); i > 0; --i)
+        if (model->IsErrorEntity(i) || model->IsReportEntity(i)) {
+            ++count;
+            first = i;
+        }
+    if (count == 0)
+        return {};
+    const Handle(TCollection_HAsciiString) label = model->StringLabel(model->Value(first));
+    return "it is damaged: " + std::to_string(count) +
+           " of its entities could not be read, the first is " +
+           (label.IsNull() ? std::to_string(first) : label->ToCString());
+}
+
 document::SourceUnit sensibleUnit(const std::string& name, double millimetres) {
     if (!(millimetres >= smallestUnitMm && millimetres <= largestUnitMm)) {
         std::ostringstream text;

@@ -14,6 +14,9 @@ void checkStepAssembly(const Handle(StepData_StepModel) & model);
 /// The length unit of the first geometric context. Throws ImportError if it is no sensible length.
 [[nodiscard]] document::SourceUnit lengthUnitOf(const Handle(StepData_StepModel) & model);
 
+/// How many entities could not be read and which is the first, as a clause; empty when all could.
+[[nodiscard]] std::string damageIn(const Handle(Interface_InterfaceModel) & model);
+
 /// A unit, or an ImportError that says that \p millimetres is no sensible length of one.
 [[nodiscard]] document::SourceUnit sensibleUnit(const std::string& name, double millimetres);
 
