@@ -118,16 +118,26 @@ std::vector<std::uint8_t> GltfFile::bufferBytes(std::size_t buffer) const {
     return readBytes(*folder_.find(percentDecoded(uri)));
 }
 
+namespace {
+
+std::vector<std::uint8_t> partOf(const std::vector<std::uint8_t>& buffer, const json& view) {
+    const auto offset = static_cast<std::ptrdiff_t>(numberOf(view, "byteOffset", 0));
+    const auto length = static_cast<std::ptrdiff_t>(numberOf(view, "byteLength", 0));
+    if (offset + length > static_cast<std::ptrdiff_t>(buffer.size()))
+        throw ImportError("it is cut off");
+    return {buffer.begin() + offset, buffer.begin() + offset + length};
+}
+
+} // namespace
+
 std::vector<std::uint8_t> GltfFile::imageBytes(std::size_t image) const {
     const json& entry = json_["images"][image];
     if (entry.contains("bufferView")) {
         const json& view = json_["bufferViews"][entry["bufferView"].get<std::size_t>()];
-        const std::vector<std::uint8_t> buffer = bufferBytes(view["buffer"].get<std::size_t>());
-        const auto offset = static_cast<std::ptrdiff_t>(numberOf(view, "byteOffset", 0));
-        const auto length = static_cast<std::ptrdiff_t>(numberOf(view, "byteLength", 0));
-        if (offset + length > static_cast<std::ptrdiff_t>(buffer.size()))
-            throw ImportError("it is cut off");
-        return {buffer.begin() + offset, buffer.begin() + offset + length};
+        const auto buffer = view["buffer"].get<std::size_t>();
+        if (stringOf(json_["buffers"][buffer], "uri").empty())
+            return partOf(chunk_, view);
+        return partOf(bufferBytes(buffer), view);
     }
     const std::string uri = stringOf(entry, "uri");
     if (auto bytes = dataUriBytes(uri))

@@ -2,6 +2,7 @@
 #include "workbench/import/scene/GltfCheck.h"
 
 #include <cmath>
+#include <string_view>
 
 namespace qor::import {
 
@@ -11,16 +12,32 @@ namespace {
 
 constexpr int deepestNesting = 128;
 
+// The depth of brackets, whether they match or not. The parser's own callback could tell it, but
+// with one every end of an object looks at all that is in the object around it.
+void checkNesting(std::string_view text) {
+    int depth = 0;
+    bool inString = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (inString)
+            i += c == '\\' ? 1 : 0;
+        else if (c == '{' || c == '[')
+            ++depth;
+        else if (c == '}' || c == ']')
+            --depth;
+        if (c == '"')
+            inString = !inString;
+        if (depth > deepestNesting)
+            throw ImportError("its JSON is nested too deep");
+    }
+}
+
 } // namespace
 
 json parseGltfJson(const std::string& text) {
-    const auto limitDepth = [](int depth, json::parse_event_t, json&) {
-        if (depth > deepestNesting)
-            throw ImportError("its JSON is nested too deep");
-        return true;
-    };
+    checkNesting(text);
     try {
-        json parsed = json::parse(text, limitDepth);
+        json parsed = json::parse(text);
         if (!parsed.is_object())
             throw ImportError("its JSON is no object");
         return parsed;

@@ -81,12 +81,17 @@ private:
         mesh_.indices.reserve(3 * faces);
     }
 
-    static bool isUsable(const aiMesh& part, const aiFace& face) {
+    static bool areFinite(const aiMesh& part) {
+        return std::all_of(part.mVertices, part.mVertices + part.mNumVertices, isFinite);
+    }
+
+    /// \p finite: all vertices of the part are.
+    static bool isUsable(const aiMesh& part, const aiFace& face, bool finite) {
         if (face.mNumIndices != 3)
             return false;
         for (unsigned i = 0; i < 3; ++i)
             if (face.mIndices[i] >= part.mNumVertices ||
-                !isFinite(part.mVertices[face.mIndices[i]]))
+                (!finite && !isFinite(part.mVertices[face.mIndices[i]])))
                 return false;
         return true;
     }
@@ -95,9 +100,10 @@ private:
         const auto base = static_cast<std::uint32_t>(mesh_.vertexCount());
         for (unsigned i = 0; i < part.mNumVertices; ++i)
             addVertex(part, i, part.HasNormals() ? part.mNormals[i] : aiVector3D(0, 0, 1));
+        const bool finite = areFinite(part);
         for (unsigned f = 0; f < part.mNumFaces; ++f) {
             const aiFace& face = part.mFaces[f];
-            if (!isUsable(part, face)) {
+            if (!isUsable(part, face, finite)) {
                 ++dropped_;
                 continue;
             }
@@ -107,9 +113,10 @@ private:
     }
 
     void addFlat(const aiMesh& part) {
+        const bool finite = areFinite(part);
         for (unsigned f = 0; f < part.mNumFaces; ++f) {
             const aiFace& face = part.mFaces[f];
-            if (!isUsable(part, face)) {
+            if (!isUsable(part, face, finite)) {
                 ++dropped_;
                 continue;
             }

@@ -2,6 +2,7 @@
 
 #include "workbench/import/model/ImportError.h"
 #include "workbench/import/scene/ConfinedFiles.h"
+#include "workbench/import/scene/FeatureEdges.h"
 #include "workbench/import/scene/GltfFile.h"
 #include "workbench/import/scene/GltfMaterials.h"
 #include "workbench/import/scene/GltfViews.h"
@@ -20,6 +21,7 @@
 #include <algorithm>
 #include <array>
 #include <numeric>
+#include <thread>
 
 namespace qor::import {
 
@@ -142,6 +144,12 @@ struct Session {
     Assimp::Importer importer;
 };
 
+// What takes long and does not need each other: finding edges, and letting go of Assimp's scene.
+void finish(Session& session, Product& product, ImportReport& report) {
+    const std::jthread edges([&product] { addFeatureEdges(product.meshes); });
+    session.free(report);
+}
+
 Product readGltf(const std::filesystem::path& file, ModelFormat format, ImportReport& report) {
     const GltfFile gltf(file, format == ModelFormat::Glb);
     std::vector<std::uint8_t> content = gltf.contentForAssimp();
@@ -160,7 +168,7 @@ Product readGltf(const std::filesystem::path& file, ModelFormat format, ImportRe
         addSceneTree(scene, rules, &gltf, materials, product, report);
     addGltfViews(gltf, rules.axes, nodeOf, product);
     addSceneAnimations(scene, gltf, rules.axes, nodeOf, product);
-    session.free(report);
+    finish(session, product, report);
     return product;
 }
 
@@ -181,7 +189,7 @@ Product readScene(const std::filesystem::path& file, ModelFormat format, ImportR
     const std::vector<std::int32_t> materials = addSceneMaterials(scene, file, product, report);
     report.enter("mesh", texturesTo, meshTo);
     addSceneTree(scene, {}, nullptr, materials, product, report);
-    session.free(report);
+    finish(session, product, report);
     return product;
 }
 
