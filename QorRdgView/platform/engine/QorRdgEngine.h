@@ -39,7 +39,15 @@ public:
     QorRdgRender& operator=(const QorRdgRender&) = delete;
 
     [[nodiscard]] virtual QorRdgProgress Poll() = 0;
-    /// The best whole picture so far, or null. For an aborted render.
+
+    /// Tells it to stop: the pixels do not change any more.
+    virtual void Abort() {}
+
+    /// After the end: whether GetPicture has its answer. The whole picture of a large render may
+    /// take other threads a moment.
+    [[nodiscard]] virtual bool IsSettled() const { return true; }
+
+    /// The best whole picture so far, or null. For a render that has ended.
     [[nodiscard]] virtual QorPixelImage_var GetPicture() = 0;
 };
 

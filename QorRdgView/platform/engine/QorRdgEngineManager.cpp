@@ -38,8 +38,10 @@ QorRdgEngineManager::QorRdgEngineManager(std::unique_ptr<QorRdgEngine> iEngine)
     : engine(std::move(iEngine)) {}
 
 QorRdgEngineManager::~QorRdgEngineManager() {
-    if (QorEventLoop* loop = Loop())
+    if (QorEventLoop* loop = Loop()) {
         loop->StopTimer(pump);
+        loop->StopTimer(settling);
+    }
 }
 
 QorRdgEngineManager* QorRdgEngineManager::GetManager() {
@@ -124,7 +126,7 @@ void QorRdgEngineManager::StopRender() {
 }
 
 void QorRdgEngineManager::BeginNext() {
-    if (endsPosted > 0 || running || !waiting)
+    if (endsToTell > 0 || running || !waiting)
         return;
     running = std::move(waiting);
     record = running->record;
@@ -202,8 +204,12 @@ void QorRdgEngineManager::End(Status iStatus) {
         return;
     std::unique_ptr<Job> job = std::move(running);
     job->record.status = iStatus;
-    job->picture = iStatus == Status::Refused ? nullptr : job->render->GetPicture();
-    job->render.reset(); // detached: it winds down by itself
+    job->picture = nullptr;
+    job->render->Abort(); // detached: it winds down by itself
+    if (iStatus == Status::Refused)
+        job->render.reset();
+    else if (job->render->IsSettled())
+        TakePicture(*job);
     if (QorEventLoop* loop = Loop()) {
         const std::chrono::duration<double> time = loop->Now() - job->started;
         job->record.seconds = time.count();
@@ -217,23 +223,53 @@ void QorRdgEngineManager::End(Status iStatus) {
 }
 
 void QorRdgEngineManager::EndNow(std::unique_ptr<Job> iJob) {
-    ++endsPosted;
-    const auto dispatch = [self = QorVar<QorRdgEngineManager>(this),
-                           job = std::shared_ptr<Job>(std::move(iJob))] {
-        self->record = job->record;
-        self->lastPicture = job->picture;
-        self->lastRegion = job->region;
-        job->display.Reset();
-        self->callbacks.DispatchCallbacks(RENDER_DONE, self);
-        if (const EndListener listener = self->endListener)
-            listener(job->record);
-        --self->endsPosted;
-        self->BeginNext();
+    ++endsToTell;
+    ended.push_back(std::move(iJob));
+    const auto dispatch = [self = QorVar<QorRdgEngineManager>(this), job = ended.back()] {
+        job->due = true;
+        self->DispatchEnds();
     };
     if (QorEventLoop* loop = Loop())
         loop->Post(dispatch, QorEventLoop::Scope::AnyDepth);
     else
         dispatch();
+}
+
+void QorRdgEngineManager::DispatchEnds() {
+    const QorVar<QorBaseUnknown> alive(this);
+    QorEventLoop* loop = Loop();
+    while (!ended.empty() && ended.front()->due) {
+        if (loop != nullptr && ended.front()->render && !ended.front()->render->IsSettled()) {
+            if (settling == 0)
+                settling = loop->StartTimer(
+                    pumpInterval, [this] { DispatchEnds(); }, true);
+            return;
+        }
+        const std::shared_ptr<Job> job = std::move(ended.front());
+        ended.pop_front();
+        DispatchEnd(*job);
+    }
+    if (loop != nullptr && ended.empty())
+        loop->StopTimer(settling);
+}
+
+void QorRdgEngineManager::TakePicture(Job& ioJob) {
+    ioJob.picture = ioJob.render->GetPicture();
+    ioJob.render.reset();
+}
+
+void QorRdgEngineManager::DispatchEnd(Job& ioJob) {
+    if (ioJob.render)
+        TakePicture(ioJob);
+    record = ioJob.record;
+    lastPicture = ioJob.picture;
+    lastRegion = ioJob.region;
+    ioJob.display.Reset();
+    callbacks.DispatchCallbacks(RENDER_DONE, this);
+    if (const EndListener listener = endListener)
+        listener(ioJob.record);
+    --endsToTell;
+    BeginNext();
 }
 
 QorResult QorRdgEngineManager::GetLastRender(QorPixelImage*& oImage, QorRdgWindow& oRegion) {

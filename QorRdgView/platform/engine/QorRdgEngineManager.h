@@ -4,6 +4,8 @@
 #include "platform/engine/QorRdgEngine.h"
 #include "platform/system/QorEventLoop.h"
 
+#include <deque>
+
 class QorDialog;
 class QorDlgFrame;
 
@@ -102,6 +104,7 @@ private:
         QorEventLoop::Clock::time_point started;
         bool tellDisplay = true;
         bool showRefinement = true;
+        bool due = false; ///< its RENDER_DONE may be dispatched
     };
 
     explicit QorRdgEngineManager(std::unique_ptr<QorRdgEngine> iEngine);
@@ -110,6 +113,11 @@ private:
     /// turn.
     void End(Status iStatus);
     void EndNow(std::unique_ptr<Job> iJob);
+    /// Dispatches the ends that are due, in the order of their starts; one whose picture is still
+    /// being made holds up those behind it, not the thread.
+    void DispatchEnds();
+    static void TakePicture(Job& ioJob);
+    void DispatchEnd(Job& ioJob);
     void BeginNext();
     void StartPump();
     void Pump();
@@ -123,12 +131,14 @@ private:
     std::unique_ptr<Job> running;
     std::unique_ptr<Job>
         waiting; ///< started, but the end of the one before has not been dispatched yet
+    std::deque<std::shared_ptr<Job>> ended; ///< their RENDER_DONE has not been dispatched yet
     unsigned long lastId = 0;
-    int endsPosted = 0;
+    int endsToTell = 0; ///< those, and those whose dispatch is under way
     Record record;
     QorPixelImage_var lastPicture;
     QorRdgWindow lastRegion;
     QorTimerId pump = 0;
+    QorTimerId settling = 0; ///< looks whether the picture of the first end is there
     int displayUpdates = 0;
     bool showRefinement = true;
     bool keepLast = false;

@@ -260,3 +260,18 @@ TEST_F(EngineTest, LargePicturesAreShownFromSmallerOnes) {
     EXPECT_EQ(display->drawn.front()->GetWidth(), 2500);
     EXPECT_EQ(display->drawn.front()->GetHeight(), 1500);
 }
+
+TEST_F(EngineTest, AnAbortedLargePictureIsMadeWholeByAWorker) {
+    options->samples = 4096;
+    ASSERT_EQ(Start(5000, 3000), S_OK);
+    TurnUntil([this] { return !display->drawn.empty(); });
+    Manager().StopRender();
+    loop.RunPosted();
+    EXPECT_TRUE(done.empty()) << "made on the user-interface thread";
+    TurnUntil([this] { return !done.empty(); });
+    EXPECT_THAT(done, ElementsAre(Status::Aborted));
+    const QorPixelImage_var whole = LastPicture();
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(whole->GetWidth(), 5000);
+    EXPECT_EQ(PixelOf(whole, 1, 1)[2], 80);
+}

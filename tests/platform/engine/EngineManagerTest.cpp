@@ -149,6 +149,39 @@ TEST_F(EngineManager, AnAbortKeepsTheWholePictureThatThereIs) {
     picture->Release();
 }
 
+TEST_F(EngineManager, AnEndWaitsForItsPictureWithoutHoldingUpTheThread) {
+    script.progress = {Picture(50, false)};
+    EXPECT_EQ(Start(), S_OK);
+    Pump();
+    script.settled = false;
+    Manager().StopRender();
+    EXPECT_EQ(Start(), S_OK); // begins when the one before has been reported
+    for (int i = 0; i < 3; ++i)
+        Pump();
+    EXPECT_TRUE(done.empty());
+    script.settled = true;
+    Pump();
+    EXPECT_THAT(done, ElementsAre(std::pair(1UL, Status::Aborted)));
+    QorPixelImage* picture = nullptr;
+    QorRdgWindow region;
+    EXPECT_EQ(Manager().GetLastRender(picture, region), S_OK);
+    picture->Release();
+    EXPECT_EQ(Manager().GetRecord().id, 2U);
+    EXPECT_EQ(Manager().GetRecord().status, Status::Running);
+    Manager().StopRender();
+}
+
+TEST_F(EngineManager, TheManagerMayGoBeforeAPictureIsThere) {
+    EXPECT_EQ(Start(), S_OK);
+    Pump();
+    script.settled = false;
+    Manager().StopRender();
+    loop.RunPosted();
+    QorRdgEngineManager::SetEngine(nullptr);
+    EXPECT_EQ(script.detached, 1);
+    EXPECT_EQ(loop.CountTimers(), 0U);
+}
+
 TEST_F(EngineManager, WithoutASubscriberTheRenderIsAborted) {
     EXPECT_EQ(Start(), S_OK);
     Manager().GetCallbackManager()->RemoveCallbacks(this, QorRdgEngineManager::RENDER_DONE);

@@ -20,6 +20,7 @@ struct FakeScript {
     QorUnicodeString refusal;
     std::vector<QorRdgRequest> requests;
     int detached = 0;
+    bool settled = true; ///< the picture of a render that has ended is there
 };
 
 class FakeRender : public QorRdgRender {
@@ -38,7 +39,9 @@ public:
         return next;
     }
 
-    QorPixelImage_var GetPicture() override { return script.picture; }
+    [[nodiscard]] bool IsSettled() const override { return script.settled; }
+
+    QorPixelImage_var GetPicture() override { return script.settled ? script.picture : nullptr; }
 
 private:
     FakeScript& script;

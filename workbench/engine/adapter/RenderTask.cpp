@@ -31,6 +31,10 @@ void RenderTask::run() {
     } catch (const std::exception& failure) {
         fail(failure.what());
     }
+    std::shared_ptr<engine::Render> render; // freed here: a large film takes a while
+    const std::scoped_lock lock(mutex_);
+    left_ = true;
+    render = std::move(render_);
 }
 
 void RenderTask::carryOut() {
@@ -75,7 +79,7 @@ void RenderTask::follow(engine::Render& render) {
     for (;;) {
         waitForChange(next);
         if (stop_)
-            return;
+            return keepPicture(render);
         const engine::RenderProgress progress = render.progress();
         {
             const std::scoped_lock lock(mutex_);
@@ -94,6 +98,18 @@ void RenderTask::follow(engine::Render& render) {
         // Pictures for the screen shall not take more than a fifth of a processor.
         next = start + std::max<Clock::duration>(refreshInterval, (Clock::now() - start) * 5);
     }
+}
+
+/// Pictures for the screen that are whole ones are recent enough.
+void RenderTask::keepPicture(engine::Render& render) {
+    {
+        const std::scoped_lock lock(mutex_);
+        if (!keeps_ || whole_ || !render.progress().hasPicture)
+            return;
+    }
+    MadePicture picture = maker_.whole(render);
+    const std::scoped_lock lock(mutex_);
+    whole_ = std::move(picture);
 }
 
 void RenderTask::waitForChange(Clock::time_point until) {
@@ -126,20 +142,18 @@ RenderTask::News RenderTask::takeNews() {
     return news;
 }
 
-MadePicture RenderTask::wholePicture() {
-    std::shared_ptr<engine::Render> render;
-    {
-        const std::scoped_lock lock(mutex_);
-        if (whole_)
-            return whole_;
-        render = render_;
-    }
-    if (!render || !render->progress().hasPicture)
-        return {};
-    return maker_.whole(*render);
+bool RenderTask::isSettled() {
+    const std::scoped_lock lock(mutex_);
+    return whole_ || left_ || !render_ || !render_->progress().hasPicture;
 }
 
-void RenderTask::abort() {
+MadePicture RenderTask::wholePicture() {
+    const std::scoped_lock lock(mutex_);
+    return whole_;
+}
+
+void RenderTask::abort(bool keepPicture) {
+    keeps_ = keepPicture;
     stop_ = true;
     wake_.notify_one();
     std::shared_ptr<engine::Render> render;

@@ -32,11 +32,14 @@ public:
 
     News takeNews();
 
-    /// The newest picture of full size, made now if need be; none before the first.
-    MadePicture wholePicture();
+    /// Returns at once; no pixel changes any more afterwards. \p keepPicture: the worker still
+    /// makes the whole picture, if it has not and there is one. A later call may take that back.
+    void abort(bool keepPicture);
 
-    /// Returns at once; nothing changes any more afterwards.
-    void abort();
+    /// After an abort or the end: whether wholePicture() has its answer.
+    bool isSettled();
+    /// The newest picture of full size; none if there was never one.
+    MadePicture wholePicture();
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -44,6 +47,7 @@ private:
     void carryOut();
     bool startRender();
     void follow(engine::Render& render);
+    void keepPicture(engine::Render& render);
     void publish(const MadePicture& picture, bool whole, bool last);
     void fail(std::string message);
     /// Waits for something new, or for the abort.
@@ -55,6 +59,7 @@ private:
     const PictureMaker maker_;
 
     std::atomic<bool> stop_{false};
+    std::atomic<bool> keeps_{false}; ///< after the abort: the whole picture is wanted
     std::atomic<bool> changed_{false};
     std::mutex waitMutex_; ///< of the worker alone, with wake_
     std::condition_variable wake_;
@@ -63,6 +68,7 @@ private:
     std::shared_ptr<engine::Render> render_;
     News news_;
     MadePicture whole_;
+    bool left_ = false; ///< the worker has done its work
 };
 
 } // namespace qor::adapter

@@ -1,7 +1,5 @@
 #include "workbench/engine/adapter/RunningRender.h"
 
-#include <new>
-
 namespace qor::adapter {
 
 namespace {
@@ -16,7 +14,7 @@ QorPixelImage_var imageOf(const MadePicture& picture) {
 } // namespace
 
 RunningRender::~RunningRender() {
-    task_->abort();
+    task_->abort(false);
 }
 
 QorRdgProgress RunningRender::Poll() {
@@ -31,11 +29,7 @@ QorRdgProgress RunningRender::Poll() {
 }
 
 QorPixelImage_var RunningRender::GetPicture() {
-    try {
-        return imageOf(task_->wholePicture());
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
+    return imageOf(task_->wholePicture());
 }
 
 } // namespace qor::adapter

@@ -17,6 +17,11 @@ public:
     RunningRender& operator=(RunningRender&&) = delete;
 
     QorRdgProgress Poll() override;
+
+    void Abort() override { task_->abort(true); }
+
+    bool IsSettled() const override { return task_->isSettled(); }
+
     QorPixelImage_var GetPicture() override;
 
 private:
