@@ -133,6 +133,24 @@ TEST(GltfImport, MaterialsKeepEveryNumberOfTheModel) {
     EXPECT_EQ(imported.product().meshes[1].groups[0].material, 1);
 }
 
+TEST(GltfImport, AWeakerReflectionIsASmallerIndexOfRefraction) {
+    GltfBuilder gltf;
+    const auto specular = [](double factor, double transmission) {
+        return json{{"extensions",
+                     {{"KHR_materials_specular", {{"specularFactor", factor}}},
+                      {"KHR_materials_transmission", {{"transmissionFactor", transmission}}}}}};
+    };
+    gltf.json["materials"] = {specular(0, 0), specular(0.25, 0), specular(1, 0), specular(0, 1)};
+    gltf.scene({gltf.node({{"mesh", gltf.triangle({}, 0)}})});
+    Imported imported = importText(gltf);
+    const auto& materials = imported.product().materials;
+    ASSERT_EQ(materials.size(), 4U);
+    EXPECT_EQ(materials[0].ior, 1.0);
+    EXPECT_NEAR(materials[1].ior, 1.1 / 0.9, 1e-12); // a quarter of 4 %
+    EXPECT_EQ(materials[2].ior, 1.5);
+    EXPECT_EQ(materials[3].ior, 1.5) << "it still bends light";
+}
+
 TEST(GltfImport, TexturesAreDecodedOnceWithTheirPlacement) {
     GltfBuilder gltf;
     gltf.json["images"] = {{{"bufferView", gltf.view(smallBmp())}, {"name", "four"}}};

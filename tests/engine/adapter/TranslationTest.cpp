@@ -137,6 +137,23 @@ TEST_F(SceneRecipeTest, EqualSlotsOfMaterialsShareTheirPicture) {
     EXPECT_FALSE(made.baseTexture.picture);
 }
 
+TEST_F(SceneRecipeTest, AWhollyRoughDielectricIsLambertian) {
+    struct Row {
+        float roughness, metallic, transmission;
+        bool isMatt;
+    };
+
+    for (const Row& row : {Row{1.0F, 0.0F, 0.0F, true}, Row{0.99F, 0.0F, 0.0F, false},
+                           Row{1.0F, 0.5F, 0.0F, false}, Row{1.0F, 0.0F, 0.5F, false}}) {
+        const auto material = QorMake<QorGraphicMaterial>();
+        material->roughness = row.roughness;
+        material->metallic = row.metallic;
+        material->transmission = row.transmission;
+        const adapter::MaterialRecipe recipe = adapter::materialRecipe(material.Get());
+        EXPECT_EQ(recipe.material.specular == 0.0F, row.isMatt) << row.roughness;
+    }
+}
+
 TEST_F(SceneRecipeTest, NumbersThatAreNoneAreBroughtIntoRange) {
     const auto material = QorMake<QorGraphicMaterial>();
     material->roughness = std::nanf("");

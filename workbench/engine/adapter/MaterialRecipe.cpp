@@ -94,6 +94,19 @@ void addSlot(MaterialRecipe& recipe, const QorGraphicMaterial& from, const SlotR
     recipe.slots.push_back({row.to, std::move(picture)});
 }
 
+/// A wholly rough dielectric spreads what it reflects as evenly as what it scatters: it is taken as
+/// Lambertian, which is exact to check and quick to trace.
+void makeMatt(MaterialRecipe& recipe) {
+    engine::Material& material = recipe.material;
+    const bool varies =
+        std::any_of(recipe.slots.begin(), recipe.slots.end(), [](const MaterialRecipe::Slot& slot) {
+            return slot.texture == &engine::Material::metallicRoughnessTexture;
+        });
+    if (material.roughness >= 1.0F && material.metallic == 0.0F && material.transmission == 0.0F &&
+        !varies)
+        material.specular = 0.0F;
+}
+
 /// An unlit material shows its colour whatever the light.
 void makeUnlit(MaterialRecipe& recipe) {
     engine::Material& material = recipe.material;
@@ -140,6 +153,7 @@ MaterialRecipe materialRecipe(const QorGraphicMaterial* material) {
     to.attenuationDistance = within(from.attenuationDistance, 0.0F, farthest);
     for (const SlotRow& row : slotRows)
         addSlot(recipe, from, row);
+    makeMatt(recipe);
     if (from.unlit)
         makeUnlit(recipe);
     return recipe;

@@ -63,7 +63,8 @@ ViewCanvas::ViewCanvas(engine::Probe probe,
     for (const InstanceRecipe& instance : recipe.instances) {
         highlighted_.push_back(instance.highlighted);
         const engine::Material& material = recipe.materials[instance.material].material;
-        unlit_.push_back(material.specular == 0.0F && maxComponent(material.emission) > 0.0F);
+        unlit_.push_back(material.specular == 0.0F && maxComponent(material.emission) > 0.0F &&
+                         !(maxComponent(material.baseColor) > 0.0F));
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 
 namespace qor::import {
@@ -109,6 +110,7 @@ public:
             material.*factor.value = numberOf(blockOf(source, factor.block), factor.member,
                                               material.*factor.value / factor.unit) *
                                      factor.unit;
+        readSpecular(source, material);
         readColors(source, material);
         readModes(source, material);
         for (const Slot& slot : slots)
@@ -117,6 +119,17 @@ public:
     }
 
 private:
+    /// A weaker reflection is that of a smaller index of refraction; where light is refracted, too,
+    /// the index stays what it is.
+    static void readSpecular(const json& source, Material& material) {
+        const double factor = std::clamp(
+            numberOf(blockOf(source, "KHR_materials_specular"), "specularFactor", 1), 0.0, 1.0);
+        if (factor == 1 || material.transmission > 0 || !(material.ior >= 1))
+            return;
+        const double root = std::sqrt(factor) * (material.ior - 1) / (material.ior + 1);
+        material.ior = (1 + root) / (1 - root);
+    }
+
     static void readColors(const json& source, Material& material) {
         readNumbers(objectOf(source, pbr), "baseColorFactor", material.baseColor);
         readNumbers(blockOf(source, volume), "attenuationColor", material.attenuationColor);
