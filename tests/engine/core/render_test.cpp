@@ -194,6 +194,23 @@ TEST(TimeLimit, EndsWithAWholePicture) {
     EXPECT_GT(stats.passes, 0);
 }
 
+TEST(TimeLimit, HoldsWhileLightIsGatheredAndInTheFirstPass) {
+    RenderOptions options = stillLifeOptions();
+    options.progressive = false;
+    options.samples.minimum = options.samples.maximum = 1 << 16;
+    options.finalGather = {true, 1'000'000};
+    options.timeLimitSeconds = 1e-6;
+    RenderStats stats;
+    const auto image = renderImage(stillLife(), camera, options, &stats);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(stats.passes, 0);
+    EXPECT_GT(stats.firstPictureSeconds, 0.0);
+    for (int y = 0; y < image.value().height; ++y)
+        for (int x = 0; x < image.value().width; ++x)
+            ASSERT_GT(image.value().pixel(x, y)[0] + image.value().pixel(x, y)[3], 0.0F)
+                << x << ", " << y;
+}
+
 TEST(Structures, AreBuiltOnceForAllRenders) {
     waitForAllRenders(); // the structures of aborted ones count until they have wound down
     const Scene scene = stillLife();

@@ -174,6 +174,26 @@ TEST_F(RenderProgram, EndsWhenItsTimeIsOver) {
     EXPECT_TRUE(std::filesystem::exists(folder.GetPath("a.png")));
 }
 
+TEST_F(RenderProgram, EndsWithACoarsePictureWhenThereIsNoTimeForMore) {
+    folder.Write("old.pfm", "old");
+    ASSERT_EQ(run(eye + "--size 640x480 -o old.pfm --quality 2 --time-limit 0.001 --stats s.json"),
+              0)
+        << folder.Read("errors");
+    const std::string map = folder.Read("old.pfm");
+    ASSERT_EQ(map.rfind("PF\n640 480\n", 0), 0U);
+    for (const int y : {0, 123, 240, 479})
+        for (const int x : {0, 77, 639})
+            EXPECT_GT(redAt(map, 640, 480, x, y), 0.0F) << x << ", " << y;
+}
+
+TEST_F(RenderProgram, SaysWhatIsWrongAmongJsonLinesAsOneOfThem) {
+    EXPECT_EQ(run("--progress json -o a.png missing.stp"), 1);
+    const std::string text = folder.Read("errors");
+    EXPECT_EQ(text.front(), '{') << text;
+    EXPECT_NE(text.find("missing.stp"), std::string::npos) << text;
+    EXPECT_NE(text.find("\"error\""), std::string::npos) << text;
+}
+
 TEST_F(RenderProgram, SaysWhatItCanDo) {
     ASSERT_EQ(run("--help"), 0);
     for (const char* option :

@@ -49,6 +49,17 @@ double secondsSince(std::chrono::steady_clock::time_point start) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+/// Share of a time limit after which no more light is gathered: what is not covered then is traced,
+/// and samples get the rest.
+constexpr double gatherShare = 0.5;
+
+/// Who has little time gets a coarse picture first and passes over all of it, so that there is
+/// something to show whenever it is over.
+RenderOptions withinTime(RenderOptions options) {
+    options.progressive = options.progressive || options.timeLimitSeconds;
+    return options;
+}
+
 /// For the coarse picture: what can be had at once.
 RenderOptions coarseOptions(RenderOptions options) {
     options.finalGather.on = false;
@@ -65,7 +76,7 @@ RenderJob::RenderJob(Scene scene,
                      Render::Listener listener)
     : scene_(std::move(scene))
     , camera_(camera)
-    , options_(options)
+    , options_(withinTime(options))
     , film_(options)
     , listener_(std::move(listener)) {
     stats_.filmBytes = film_.memory();
@@ -160,7 +171,10 @@ bool RenderJob::renderCoarse(const CompiledScene& scene) {
 bool RenderJob::fillCache(const CompiledScene& scene, GatherCache& cache) {
     const auto start = Clock::now();
     bool first = true;
+    timeShare_ = gatherShare;
     for (const int step : FinalGatherer::steps) {
+        if (isOutOfTime())
+            break;
         if (!fillRound(scene, cache, step, first))
             return false;
         first = false;
@@ -168,6 +182,7 @@ bool RenderJob::fillCache(const CompiledScene& scene, GatherCache& cache) {
         stats_.gatherSeconds = secondsSince(start);
         stats_.gatherPoints = cache.size();
     }
+    timeShare_ = 1.0;
     return true;
 }
 
@@ -196,13 +211,14 @@ bool RenderJob::fillRound(const CompiledScene& scene, GatherCache& cache, int st
     onWorkers(spots.size(), 4, [&] {
         return [&, gatherer = FinalGatherer(scene, camera, options_, cache)](
                    std::size_t from, std::size_t to) mutable {
-            for (std::size_t i = from; i < to && !stop_; ++i)
+            for (std::size_t i = from; i < to && !shouldStop(); ++i)
                 points[i] = gatherer.gather(spots[i], before + static_cast<std::uint32_t>(i));
             addRays(gatherer.takeCounts());
         };
     });
     if (stop_)
         return false;
+    std::erase_if(points, [](const GatherPoint& point) { return !(point.radius > 0.0F); });
     cache.add(points);
     cache.index();
     return true;
@@ -261,8 +277,8 @@ bool RenderJob::renderPass(const CompiledScene& scene,
 }
 
 bool RenderJob::isOutOfTime() const {
-    return options_.timeLimitSeconds && hasWholePass_ &&
-           secondsSince(started_) > *options_.timeLimitSeconds;
+    return options_.timeLimitSeconds && hasPicture_ &&
+           secondsSince(started_) > *options_.timeLimitSeconds * timeShare_;
 }
 
 bool RenderJob::shouldStop() const {

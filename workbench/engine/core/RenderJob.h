@@ -70,6 +70,7 @@ private:
     std::atomic<std::uint64_t> revision_{0};
     std::atomic<bool> hasPicture_{false};
     std::atomic<bool> hasWholePass_{false};
+    std::atomic<double> timeShare_{1.0}; ///< of the time limit, that the stage under way may use up
 
     mutable std::mutex stateMutex_; ///< guards the next four
     mutable std::condition_variable ended_;

@@ -42,6 +42,8 @@ public:
     explicit Command(const Request& request) : request_(request), progress_(request.progress) {}
 
     void run() {
+        if (const auto valid = engine::validate(makeOptions(request_, {})); !valid)
+            throw Failure(valid.error().message); // before the long work
         checkWritable(request_.output);
         if (!request_.statistics.empty())
             checkWritable(request_.statistics);
@@ -49,12 +51,15 @@ public:
             stage_.chooseScene(request_.scene);
         Stopwatch watch;
         engine::Scene scene = read(watch);
+        checkInterrupt();
         times_.sceneS = watch.lap();
         const engine::Image image = render(std::move(scene));
         times_.renderS = watch.lap();
         checkInterrupt();
         progress_.show("write", 0);
-        writePicture(image, request_.output);
+        writePicture(image, request_.output,
+                     [this](double fraction) { progress_.show("write", fraction); });
+        progress_.show("write", 1);
         times_.writeS = watch.lap();
         if (!request_.statistics.empty())
             writeWhole(request_.statistics, formatStatistics(times_, stats_, options_, triangles_));
@@ -64,6 +69,7 @@ private:
     engine::Scene read(Stopwatch& watch) {
         document::Product product = readInput(request_.model, progress_);
         times_.readS = watch.lap();
+        checkInterrupt();
         triangles_ = document::instancedTriangleCount(product);
         options_ = makeOptions(request_, product.work);
         camera_ = makeCamera(product, request_.view,
@@ -113,8 +119,8 @@ private:
     std::uint64_t triangles_ = 0;
 };
 
-int complain(const char* text) {
-    std::fprintf(stderr, "qorrender: %s\n", text);
+int complain(ProgressStyle style, const char* text) {
+    Progress(style).fail(text);
     return failed;
 }
 
@@ -125,15 +131,15 @@ int runRequest(const Request& request) {
         Command(request).run();
         return done;
     } catch (const Interrupted&) {
-        std::fputs("qorrender: interrupted\n", stderr);
+        complain(request.progress, "interrupted");
         return interrupted;
     } catch (const WrongUsage& error) {
-        complain(error.what());
+        complain(request.progress, error.what());
         return usage;
     } catch (const std::bad_alloc&) {
-        return complain("there is not enough memory");
+        return complain(request.progress, "there is not enough memory");
     } catch (const std::exception& error) {
-        return complain(error.what());
+        return complain(request.progress, error.what());
     }
 }
 

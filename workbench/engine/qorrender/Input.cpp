@@ -7,7 +7,9 @@
 
 #include <poll.h>
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 
 namespace qor::render {
@@ -24,7 +26,8 @@ public:
         fs::path parent = fs::temp_directory_path(error);
         std::string name = (parent / "qorrender-XXXXXX").string();
         if (error || mkdtemp(name.data()) == nullptr)
-            throw Failure("no temporary folder can be made in " + parent.string());
+            throw Failure("no temporary folder can be made: " +
+                          (error ? error.message() : name + ": " + std::strerror(errno)));
         path_ = name;
     }
 
@@ -64,6 +67,7 @@ fs::path importProgram() {
 document::Product readDocument(const fs::path& file, Progress& progress) {
     document::ReadOptions options;
     options.progress = [&progress](double fraction) {
+        checkInterrupt();
         progress.show("read", fraction);
     };
     document::Result<document::Product> product = document::readProduct(file, options);

@@ -71,7 +71,8 @@ engine::RenderOptions makeOptions(const Request& request, const document::Render
     options.filter = request.filter;
     options.seed = request.seed;
     options.threads = request.threads;
-    options.progressive = false;
+    // Sums are rounded as they are made: the steps of a quick render give its very pixels.
+    options.progressive = !request.scene.empty();
     options.timeLimitSeconds = request.timeLimitS;
     if (request.noiseTarget) {
         options.samples.noiseTarget = static_cast<float>(*request.noiseTarget);

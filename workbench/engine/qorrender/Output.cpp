@@ -3,6 +3,7 @@
 #include "platform/component/QorHandle.h"
 #include "platform/system/QorFileWriter.h"
 #include "workbench/engine/qorrender/Failure.h"
+#include "workbench/engine/qorrender/Interrupt.h"
 #include "workbench/imaging/PictureFiles.h"
 
 #include <algorithm>
@@ -93,7 +94,9 @@ engine::Image cut(const engine::Image& image, const engine::Region& region) {
     return part;
 }
 
-void writePicture(const engine::Image& image, const fs::path& file) {
+void writePicture(const engine::Image& image,
+                  const fs::path& file,
+                  const std::function<void(double fraction)>& told) {
     const Ending* ending = endingOf(file);
     if (ending == nullptr)
         throw Failure(file.string() + ": no picture format has this ending");
@@ -104,8 +107,15 @@ void writePicture(const engine::Image& image, const fs::path& file) {
     imaging::PictureFiles files;
     QorUnicodeString error;
     const auto picture = QorMake<QorPixelImage>(image.width, image.height, 3, opaquePixels(image));
-    if (files.Write(*picture, ending->keyword, QorUnicodeString(file.string()), error) != 0)
-        throw Failure(error.Str());
+    const auto watcher = [&](int percent) {
+        told(percent / 100.0);
+        return !isInterrupted();
+    };
+    if (files.WriteWatched(*picture, ending->keyword, QorUnicodeString(file.string()), watcher,
+                           error) == 0)
+        return;
+    checkInterrupt();
+    throw Failure(error.Str());
 }
 
 void writeWhole(const fs::path& file, std::string_view text) {

@@ -4,6 +4,7 @@
 #include "workbench/engine/core/RenderOptions.h"
 
 #include <filesystem>
+#include <functional>
 #include <string_view>
 
 namespace qor::render {
@@ -19,8 +20,11 @@ void checkWritable(const std::filesystem::path& file);
 engine::Image cut(const engine::Image& image, const engine::Region& region);
 
 /// Writes \p image in the format of the ending: .pfm as linear radiance, all others as opaque sRGB.
-/// Throws Failure; what was there before stays then.
-void writePicture(const engine::Image& image, const std::filesystem::path& file);
+/// \p told hears how far it is, 0..1. Throws Failure, or Interrupted; what was there before stays
+/// then.
+void writePicture(const engine::Image& image,
+                  const std::filesystem::path& file,
+                  const std::function<void(double fraction)>& told);
 
 /// Puts \p text in the place of \p file as a whole. Throws Failure.
 void writeWhole(const std::filesystem::path& file, std::string_view text);

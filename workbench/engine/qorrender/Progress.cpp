@@ -8,6 +8,17 @@
 
 namespace qor::render {
 
+namespace {
+
+/// File names may hold bytes that are no text.
+void printLine(const nlohmann::json& line) {
+    const std::string text =
+        line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+    std::fputs(text.c_str(), stderr);
+}
+
+} // namespace
+
 void Progress::show(const std::string& stage, double fraction) {
     constexpr std::chrono::milliseconds pause(100);
     const auto now = std::chrono::steady_clock::now();
@@ -19,15 +30,23 @@ void Progress::show(const std::string& stage, double fraction) {
     if (style_ == ProgressStyle::bar)
         drawBar(fraction);
     else
-        std::fprintf(stderr, "%s\n",
-                     nlohmann::json{{"event", "progress"}, {"stage", stage}, {"fraction", fraction}}
-                         .dump()
-                         .c_str());
+        printLine({{"event", "progress"}, {"stage", stage}, {"fraction", fraction}});
 }
 
 void Progress::warn(const std::string& text) {
+    say("warning", "qorrender: warning: ", text);
+}
+
+void Progress::fail(const std::string& text) {
+    say("error", "qorrender: ", text);
+}
+
+void Progress::say(const char* event, const char* before, const std::string& text) {
     finish();
-    std::fprintf(stderr, "qorrender: warning: %s\n", text.c_str());
+    if (style_ == ProgressStyle::json)
+        printLine({{"event", event}, {"text", text}});
+    else
+        std::fprintf(stderr, "%s%s\n", before, text.c_str());
 }
 
 void Progress::finish() {

@@ -22,13 +22,16 @@ public:
 
     /// \p fraction of a stage, 0..1. Said at most ten times a second within a stage.
     void show(const std::string& stage, double fraction);
-    /// A sentence for the person, whatever the style.
+    /// A sentence for the person, whatever the style; among JSON lines one of them.
     void warn(const std::string& text);
+    /// The same of why the program ends.
+    void fail(const std::string& text);
     /// Clears the bar away.
     void finish();
 
 private:
     void drawBar(double fraction);
+    void say(const char* event, const char* before, const std::string& text);
 
     ProgressStyle style_;
     std::string stage_;
