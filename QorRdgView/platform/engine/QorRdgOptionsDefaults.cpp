@@ -45,15 +45,15 @@ const QorRdgOptionsDefaults::Quality& QorRdgOptionsDefaults::QualityOf(int iLeve
          .depth = 8,
          .minimumSamples = 4,
          .maximumSamples = 64,
-         .contrast = 0.025F,
+         .contrast = 0.018F,
          .gatherRays = 256},
         {.raytracing = true,
          .reflections = 8,
          .refractions = 12,
          .depth = 16,
          .minimumSamples = 16,
-         .maximumSamples = 1024,
-         .contrast = 0.008F,
+         .maximumSamples = 512,
+         .contrast = 0.01F,
          .gatherRays = 1024},
     }};
     return levels[static_cast<std::size_t>(std::clamp(iLevel, 0, 2))];

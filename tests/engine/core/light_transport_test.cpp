@@ -189,6 +189,17 @@ TEST(Mirror, ShowsWhatItReflectsTimesItsColour) {
     EXPECT_NEAR(meanOf(image, 0, 0, 8, 8, 1), 1.0, 0.02);
 }
 
+TEST(Mirror, BringsNoMoreThanTheOptionsAllow) {
+    Scene scene =
+        sceneOf({quad({-5, -5, 0}, {10, 0, 0}, {0, 10, 0})}, {mirror({0.5F, 0.5F, 0.5F})});
+    scene.environment = constant(10.0F);
+    RenderOptions options = plainOptions(4, 4);
+    const Camera above = lookFrom({0.1F, 0.0F, 8.0F}, 20.0F);
+    EXPECT_NEAR(rendered(scene, above, options).pixel(2, 2)[0], 5.0F, 0.1F);
+    options.brightestIndirect = 2.0F;
+    EXPECT_NEAR(rendered(scene, above, options).pixel(2, 2)[0], 2.0F, 1e-4F);
+}
+
 TEST(Bounces, ClosedDiffuseBoxReachesTheGeometricSeries) {
     // Inside a closed box whose walls shine with 1 and reflect a, the light is 1 + a + a² + …
     Material wall = diffuse({0.5F, 0.5F, 0.5F});

@@ -73,6 +73,7 @@ engine::RenderOptions translateOptions(const QorRdgRequest& request) {
     if (const auto& region = request.region)
         options.region = engine::Region{region->x1, region->y1, region->Width(), region->Height()};
     options.progressive = request.interactive;
+    options.brightestIndirect = calmBrightness;
     return options;
 }
 

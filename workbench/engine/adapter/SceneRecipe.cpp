@@ -12,8 +12,9 @@ namespace qor::adapter {
 
 namespace {
 
-/// How bright the room is in mirrors by the light of its lamps.
-constexpr float lampPart = 0.42F;
+/// How bright the room is in mirrors by the light of its lamps: bare metal shows little else, and
+/// shall be as bright as what is painted beside it.
+constexpr float lampPart = 0.26F;
 
 /// A rendered ground reaches farther than the viewer's, for the shadows of low lights, and fades as
 /// it does.

@@ -24,9 +24,9 @@ struct SoftBox {
 };
 
 constexpr std::array<SoftBox, 3> softBoxes{{
-    {{-0.45F, 0.75F, 0.80F}, 0.55F, 0.42F, 3.2F},
-    {{-0.25F, -1.00F, 0.30F}, 0.16F, 0.75F, 1.8F},
-    {{0.80F, 0.10F, 0.85F}, 0.75F, 0.22F, 2.2F},
+    {{-0.45F, 0.75F, 0.80F}, 0.55F, 0.42F, 2.8F},
+    {{-0.25F, -1.00F, 0.30F}, 0.16F, 0.75F, 1.6F},
+    {{0.80F, 0.10F, 0.85F}, 0.75F, 0.22F, 0.8F},
 }};
 
 float smooth(float from, float to, float value) {
@@ -52,9 +52,9 @@ float shineOf(const SoftBox& box, const Vec3& direction) {
 }
 
 float wall(float height) {
-    constexpr float floor = 0.28F;
-    constexpr float horizon = 0.62F;
-    constexpr float ceiling = 0.95F;
+    constexpr float floor = 0.18F;
+    constexpr float horizon = 0.45F;
+    constexpr float ceiling = 0.62F;
     return height < 0.0F ? floor + (horizon - floor) * smooth(-0.45F, 0.02F, height)
                          : horizon + (ceiling - horizon) * smooth(0.0F, 1.0F, height);
 }

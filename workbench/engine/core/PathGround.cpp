@@ -24,6 +24,15 @@ float clearness(const Ground& ground, float present) {
     return 1.0F - (1.0F - ground.transparency) * present;
 }
 
+/// Point \p i of a lattice of looksAround points that is shifted by \p shift.
+Vec2 spread(const Vec2& shift, int i) {
+    const auto wrapped = [](float value) {
+        return value - std::floor(value);
+    };
+    const auto part = static_cast<float>(i) / looksAround;
+    return {wrapped(shift.x + part), wrapped(shift.y + 0.5F * static_cast<float>(i) + 0.5F * part)};
+}
+
 float ratio(float lit, float whole) {
     return whole > 0.0F ? std::clamp(lit / whole, 0.0F, 1.0F) : 1.0F;
 }
@@ -122,8 +131,9 @@ Color PathTracer::groundShadow(const Vertex& vertex, Sampler& sampler) {
     if (environment.diffuseShare() > 0.0F && !environment.isSampled()) {
         const float infinity = std::numeric_limits<float>::infinity();
         const Frame frame(vertex.surface.normal);
+        const Vec2 first = sampler.next2D();
         for (int i = 0; i < looksAround; ++i) {
-            const Vec3 up = frame.toWorld(cosineHemisphere(sampler.next2D()));
+            const Vec3 up = frame.toWorld(cosineHemisphere(spread(first, i)));
             const Color share =
                 environment.radiance(up, 0.0F) * (environment.diffuseShare() * pi / looksAround);
             whole += share;

@@ -42,7 +42,8 @@ PathResult PathTracer::trace(PathState state, Sampler& sampler, float* firstDist
             firstDistance = nullptr;
         }
         const Vertex vertex = vertexAt(state, surface);
-        result.color += state.throughput * (directLight(vertex, sampler) + ownLight(vertex, state));
+        result.color += bounded(
+            state, state.throughput * (directLight(vertex, sampler) + ownLight(vertex, state)));
         if (!scatter(state, vertex, sampler))
             break;
     }
@@ -71,6 +72,13 @@ void PathTracer::collectAt(const Vertex& vertex) {
         spots_->push_back(surface);
 }
 
+Color PathTracer::bounded(const PathState& state, const Color& light) const {
+    const float most = options_.brightestIndirect;
+    const float brightest = maxComponent(light);
+    return most > 0.0F && state.bounces > 0 && brightest > most ? light * (most / brightest)
+                                                                : light;
+}
+
 Color PathTracer::indirectLight(const Vertex& vertex, PathState state, Sampler& sampler) {
     const Color own = ownLight(vertex, state);
     state.throughput = {1.0F, 1.0F, 1.0F};
@@ -97,7 +105,7 @@ bool PathTracer::advance(PathState& state, Sampler& sampler, Surface& surface, P
         const float end = ground >= 0.0F ? ground : farthest;
         if (end < infinity && maxComponent(state.absorption) > 0.0F)
             state.throughput *= attenuated(state.absorption, end);
-        result.color += state.throughput * lightsOnTheWay(state, end);
+        result.color += bounded(state, state.throughput * lightsOnTheWay(state, end));
         if (ground >= 0.0F) {
             if (meetGround(state, sampler, ground, surface, result))
                 return !state.lightsOnly;
@@ -106,7 +114,7 @@ bool PathTracer::advance(PathState& state, Sampler& sampler, Surface& surface, P
             continue;
         }
         if (!hit) {
-            result.color += state.throughput * leaving(state);
+            result.color += bounded(state, state.throughput * leaving(state));
             if (state.bounces == 0)
                 result.alpha = 1.0F - state.uncovered;
             return false;

@@ -154,6 +154,8 @@ private:
     bool advance(PathState& state, Sampler& sampler, Surface& surface, PathResult& result);
     Color background(const PathState& state) const;
     void collectAt(const Vertex& vertex);
+    /// \p light that \p state brings, within what the options allow.
+    Color bounded(const PathState& state, const Color& light) const;
     Color ownLight(const Vertex& vertex, const PathState& state) const;
     Color emitted(const PathState& state, const Surface& surface) const;
     float lightWeight(const PathState& state, float lightPdf) const;

@@ -32,6 +32,7 @@ Result<Done> checkRanges(const RenderOptions& options) {
         Range{"gather rays", static_cast<double>(options.finalGather.rays), 1, 1'000'000},
         Range{"gather radius", options.finalGather.maxRadius, 0, 1e30},
         Range{"ambient factor", options.ambientFactor, 0, 1e6},
+        Range{"brightest indirect light", options.brightestIndirect, 0, 1e30},
         Range{"threads", static_cast<double>(options.threads), 0, 4096},
         Range{"time limit", options.timeLimitSeconds.value_or(0.0), 0, 1e12},
     };

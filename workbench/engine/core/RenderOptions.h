@@ -59,6 +59,10 @@ struct RenderOptions {
     float ambientFactor = 1.0F; ///< times the scene's ambient light
     bool caustics = false; ///< on: light that reaches a diffuse surface through glass is traced,
                            ///< not shone straight
+    /// When positive, the most that one path may bring to the eye by way of several surfaces at a
+    /// time, white being 1: what is found too rarely shows as speckles, so a little light is given
+    /// up for them. 0 gives up nothing.
+    float brightestIndirect = 0.0F;
     PixelFilter filter = PixelFilter::box;
 
     std::uint32_t seed = 0;
@@ -66,7 +70,9 @@ struct RenderOptions {
     /// A coarse picture first, then refinement of the whole in passes; off: as few passes as
     /// possible.
     bool progressive = true;
-    std::optional<double> timeLimitSeconds; ///< ends with what is there when it is over
+    /// Of the render, reading not counted: ends with what is there when it is over, in the middle
+    /// of a pass too, but not before a coarse picture. A render with a limit is progressive.
+    std::optional<double> timeLimitSeconds;
 };
 
 /// Most pixels that a picture may have.

@@ -1,6 +1,7 @@
 #include "workbench/engine/qorrender/SceneMaker.h"
 
 #include "workbench/engine/adapter/ContentCache.h"
+#include "workbench/engine/adapter/OptionsTranslation.h"
 #include "workbench/engine/qorrender/Failure.h"
 #include "workbench/engine/qorrender/OwnLight.h"
 
@@ -25,7 +26,7 @@ QorRdgCamera lookOf(const engine::Camera& camera) {
 
 adapter::SceneRecipe makeRecipe(document::Product product,
                                 const engine::Camera& camera,
-                                const engine::RenderOptions& options,
+                                engine::RenderOptions& options,
                                 Stage& stage,
                                 bool sceneChosen,
                                 Progress& progress) {
@@ -37,10 +38,12 @@ adapter::SceneRecipe makeRecipe(document::Product product,
     if (recipe.squeezed > 0)
         progress.warn(std::to_string(recipe.squeezed) +
                       " instances are squeezed flat and left out");
-    if (!sceneChosen && hasOwnLight(reps.facts(), recipe))
+    if (!sceneChosen && hasOwnLight(reps.facts(), recipe)) {
         useOwnLight(reps.facts(), recipe);
-    else
-        addRoom(recipe, options);
+        return recipe;
+    }
+    addRoom(recipe, options);
+    options.brightestIndirect = adapter::calmBrightness;
     return recipe;
 }
 

@@ -6,13 +6,13 @@
 
 namespace qor::render {
 
-/// What the engine is to render: \p product on \p stage, seen by \p camera, with
-/// the room that \p options want. The light that the file
-/// brings is the only one there is, unless \p sceneChosen. What is squeezed flat is left out, with
-/// a warning.
+/// What the engine is to render: \p product on \p stage, seen by \p camera, with the room that \p
+/// options want. The light that the file brings is the only one there is, unless \p sceneChosen,
+/// and is traced to the last speckle; else \p options become those of the viewer's renders. What is
+/// squeezed flat is left out, with a warning.
 adapter::SceneRecipe makeRecipe(document::Product product,
                                 const engine::Camera& camera,
-                                const engine::RenderOptions& options,
+                                engine::RenderOptions& options,
                                 Stage& stage,
                                 bool sceneChosen,
                                 Progress& progress);
