@@ -154,6 +154,74 @@ TEST_F(DocumentScene, ThePathOfANodeBeginsAtItsRoot) {
     EXPECT_EQ(document->BuildPathElement(lamp)->GetSize(), 1);
 }
 
+TEST_F(DocumentScene, ANodeIsKnownByItsName) {
+    const Document_var document = sampleDocument();
+    ProductNode* node = document->product().nodes()[2].Get();
+    const auto alias = QorQuery<QorIAlias>(node);
+    ASSERT_TRUE(alias);
+    EXPECT_EQ(alias->GetAlias(), node->name().c_str());
+    EXPECT_EQ(alias->SetAlias("another"), E_FAIL);
+    EXPECT_EQ(alias->GetAlias(), node->name().c_str());
+}
+
+TEST_F(DocumentScene, AnotherDocumentComesWithItsScene) {
+    const Document_var other = sampleDocument();
+    QorRscContainer& from = *other->scene();
+    const auto shooting = from.CreateObject("shooting", "Hero");
+    shooting->SetAttribute("Width", 1234);
+    shooting->SetAttribute("Camera", QorReference(from.ListObjects("camera")[1]));
+    from.RemoveObject(from.ListObjects("light")[1]);
+    QorRscObject* paint = from.ListObjects("material")[1];
+    const QorUnicodeString paintName = paint->GetAlias();
+    const auto surroundings = from.ListEnvironments();
+    ASSERT_EQ(surroundings.Size(), 1);
+    surroundings[1]->SetIntensity(7.0);
+    ASSERT_TRUE(writeDocument(file("other.qor"), other->takeSnapshot()));
+
+    const Document_var document = sampleDocument();
+    addObject(*document, "shooting", "Hero");
+    Result<LoadedDocument> loaded = readDocument(file("other.qor"));
+    ASSERT_TRUE(loaded) << loaded.failure().text;
+    document->merge(std::move(loaded.value()));
+
+    const QorRscContainer& scene = *document->scene();
+    const auto shootings = scene.ListObjects("shooting");
+    ASSERT_EQ(shootings.Size(), 2);
+    EXPECT_EQ(shootings[2]->GetAlias(), "Hero.2");
+    QorAttributeValue value;
+    ASSERT_TRUE(shootings[2]->GetAttribute("Width", value).IsDone());
+    EXPECT_EQ(std::get<int>(value), 1234);
+    ASSERT_TRUE(shootings[2]->GetAttribute("Camera", value).IsDone());
+    EXPECT_EQ(QorRscObject::From(std::get<QorReference>(value).Get()),
+              static_cast<QorRscObject*>(scene.ListObjects("camera")[2]));
+    // A light that the other document no longer had stays away.
+    EXPECT_EQ(scene.ListObjects("light").Size(), 1);
+    const auto materials = document->scene()->ListMaterials();
+    ASSERT_EQ(materials.Size(), 2);
+    EXPECT_EQ(materials[2]->GetGraphicMaterial(), document->product().materials()[1].Get());
+    const auto all = document->scene()->ListEnvironments();
+    ASSERT_EQ(all.Size(), 2);
+    EXPECT_TRUE(all[1]->IsActive());
+    EXPECT_FALSE(all[2]->IsActive());
+    EXPECT_EQ(all[2]->GetIntensity(), 7.0);
+
+    const Document_var again = reread(file("both.qor"), *document);
+    EXPECT_EQ(again->scene()->ListObjects("shooting").Size(), 2);
+}
+
+TEST_F(DocumentScene, ASnapshotStaysAsItWas) {
+    const Document_var document = sampleDocument();
+    const DocumentSnapshot snapshot = document->takeSnapshot();
+    document->setVisible(*document->product().nodes()[0], false);
+    document->merge(LoadedDocument{ProductReps(sampleProduct()), {}, {}});
+    ASSERT_TRUE(writeDocument(file("a.qor"), snapshot));
+    Result<LoadedDocument> loaded = readDocument(file("a.qor"));
+    ASSERT_TRUE(loaded) << loaded.failure().text;
+    EXPECT_EQ(loaded.value().product.nodes().size(), sampleProduct().nodes.size());
+    EXPECT_TRUE(loaded.value().product.nodes()[0]->isVisible());
+    EXPECT_EQ(loaded.value().product.meshes().size(), sampleProduct().meshes.size());
+}
+
 TEST_F(DocumentScene, ImportingIntoADocumentKeepsNamesUnique) {
     const Document_var document = sampleDocument();
     document->merge(LoadedDocument{ProductReps(sampleProduct()), {}, {}});

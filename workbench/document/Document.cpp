@@ -18,8 +18,9 @@ Document::Document() : Document(LoadedDocument{}) {}
 
 Document::Document(LoadedDocument loaded)
     : product_(std::move(loaded.product)), scene_(QorRscContainer::Of(this)) {
+    ProductNode::registerInterfaces();
     if (loaded.scene)
-        fillScene(*scene_, *loaded.scene, product_);
+        addScene(*scene_, *loaded.scene, product_, {});
     else
         addProductObjects(*scene_, product_);
     if (!loaded.info.title.empty())
@@ -34,26 +35,30 @@ void Document::merge(LoadedDocument imported) {
     const std::size_t cameras = facts.cameras.size();
     const std::size_t lights = facts.lights.size();
     const std::size_t materials = facts.materials.size();
+    const std::size_t nodes = facts.nodes.size();
     product_.append(std::move(imported.product));
-    addProductObjects(*scene_, product_, materials, cameras, lights);
+    if (imported.scene)
+        addScene(*scene_, *imported.scene, product_, {.nodes = nodes, .materials = materials});
+    else
+        addProductObjects(*scene_, product_, materials, cameras, lights);
     setModified();
     dispatch(DOCUMENT_TREE_MODIFIED);
 }
 
 DocumentSnapshot Document::takeSnapshot() const {
     DocumentSnapshot snapshot;
-    snapshot.facts = product_.facts();
-    snapshot.meshes = product_.meshes();
+    snapshot.facts = product_.sharedFacts();
+    snapshot.meshes = product_.sharedMeshes();
     snapshot.images = product_.images();
     snapshot.info.title = title().Str();
+    snapshot.visible.reserve(product_.nodes().size());
     for (const ProductNode_var& node : product_.nodes())
-        snapshot.facts.nodes[static_cast<std::size_t>(node->id())].visible = node->isVisible();
+        snapshot.visible.push_back(node->isVisible());
     std::vector<QorVar<QorGraphicMaterial>> materials = product_.materials();
     snapshot.scene = rowsOf(*scene_, materials);
-    snapshot.facts.materials.clear();
+    snapshot.materials.reserve(materials.size());
     for (const QorVar<QorGraphicMaterial>& material : materials)
-        snapshot.facts.materials.push_back(materialOf(*material, snapshot.images));
-    snapshot.facts.textures.resize(snapshot.images.size());
+        snapshot.materials.push_back(materialOf(*material, snapshot.images));
     return snapshot;
 }
 

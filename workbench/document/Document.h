@@ -50,7 +50,9 @@ class Document : public QorDocument {
     /// reference added.
     [[nodiscard]] QorRscContainer* scene() const { return scene_; }
 
-    /// Puts what a model file gave behind what is there; the document is modified.
+    /// Puts what a model or another document's file gave behind what is there: the product, and
+    /// what the scene around it holds, under names that nobody has. Of surroundings that are active
+    /// only those of this document stay so, if it has any. The document is modified.
     void merge(LoadedDocument imported);
 
     /// All that a file holds of the document, as it is now.

@@ -10,7 +10,8 @@
 namespace qor::document {
 
 /// An occurrence in the product tree of a document: what a person selects, hides and shows. Nodes
-/// of one part are instances of the same thing. A document's selection and paths hold nodes.
+/// of one part are instances of the same thing. A document's selection and paths hold nodes. In a
+/// document it answers QorIAlias with its name, which cannot be changed.
 /// User-interface thread, once the document has it.
 class ProductNode : public QorBaseUnknown {
     QorDeclareClass(ProductNode)
@@ -39,6 +40,9 @@ class ProductNode : public QorBaseUnknown {
 
     /// Whether it and all above it are visible.
     [[nodiscard]] bool isShown() const;
+
+    /// Makes nodes answer QorIAlias.
+    static void registerInterfaces();
 
 protected:
     ~ProductNode() override = default;

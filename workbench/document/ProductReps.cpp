@@ -5,30 +5,48 @@
 #include "workbench/document/product/ProductQuery.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace qor::document {
+
+namespace {
+
+/// Before a change: what a snapshot holds too stays as it is.
+template <typename T>
+void ownAlone(std::shared_ptr<T>& shared) {
+    if (shared.use_count() > 1)
+        shared = std::make_shared<T>(*shared);
+    else
+        std::atomic_thread_fence(std::memory_order_acquire); // after the last look of a worker
+}
+
+} // namespace
 
 ProductReps::ProductReps() : ProductReps(Product{}) {}
 
 ProductReps::~ProductReps() = default;
 
 ProductReps::ProductReps(Product product)
-    : facts_(std::move(product)), plain_(plainMaterial()), root_(QorMake<Qor3DBagRep>()) {
-    for (Texture& texture : facts_.textures)
+    : facts_(std::make_shared<Product>(std::move(product)))
+    , meshes_(std::make_shared<std::vector<MeshPieces>>())
+    , plain_(plainMaterial())
+    , root_(QorMake<Qor3DBagRep>()) {
+    for (Texture& texture : facts_->textures)
         images_.push_back(imageOf(texture));
-    for (const Material& material : facts_.materials)
+    for (const Material& material : facts_->materials)
         materials_.push_back(graphicMaterial(material, images_));
-    for (Mesh& mesh : facts_.meshes) {
-        meshes_.push_back(piecesOf(std::move(mesh)));
+    meshes_->reserve(facts_->meshes.size());
+    for (Mesh& mesh : facts_->meshes) {
+        meshes_->push_back(piecesOf(std::move(mesh)));
         mesh = {}; // now, so that no two copies of all meshes exist at a time
     }
     buildNodes();
 }
 
 void ProductReps::buildNodes() {
-    nodes_.reserve(facts_.nodes.size());
-    for (std::size_t i = 0; i < facts_.nodes.size(); ++i) {
-        const Node& node = facts_.nodes[i];
+    nodes_.reserve(facts_->nodes.size());
+    for (std::size_t i = 0; i < facts_->nodes.size(); ++i) {
+        const Node& node = facts_->nodes[i];
         auto bag = QorMake<Qor3DBagRep>();
         bag->SetMatrix(matrixOf(node.transform));
         bag->SetShown(node.visible);
@@ -55,7 +73,7 @@ void ProductReps::addMeshReps(std::int32_t node) {
 void ProductReps::joinParents() {
     for (std::size_t i = 0; i < nodes_.size(); ++i) {
         ProductNode& node = *nodes_[i];
-        const std::int32_t parent = facts_.nodes[i].parent;
+        const std::int32_t parent = facts_->nodes[i].parent;
         if (parent == none) {
             roots_.push_back(&node);
             root_->AddChild(node.bag());
@@ -69,15 +87,15 @@ void ProductReps::joinParents() {
 
 QorGraphicMaterial* ProductReps::shownMaterial(std::int32_t node, std::int32_t material) const {
     const std::int32_t effective =
-        effectiveMaterial(facts_, node, {.firstIndex = 0, .indexCount = 0, .material = material});
+        effectiveMaterial(*facts_, node, {.firstIndex = 0, .indexCount = 0, .material = material});
     return effective == none ? plain_.Get() : materials_[static_cast<std::size_t>(effective)].Get();
 }
 
 const MeshPieces* ProductReps::meshAt(const ProductNode& node) const {
     if (node.part() == none)
         return nullptr;
-    const std::int32_t mesh = facts_.parts[static_cast<std::size_t>(node.part())].mesh;
-    return mesh == none ? nullptr : &meshes_[static_cast<std::size_t>(mesh)];
+    const std::int32_t mesh = facts_->parts[static_cast<std::size_t>(node.part())].mesh;
+    return mesh == none ? nullptr : &(*meshes_)[static_cast<std::size_t>(mesh)];
 }
 
 ProductNode* ProductReps::nodeOf(const QorRep* rep) const {
@@ -143,13 +161,17 @@ std::uint64_t ProductReps::countTriangles() const {
 }
 
 void ProductReps::append(ProductReps other) {
-    const ProductShift shift = joinFacts(facts_, std::move(other.facts_));
-    for (MeshPieces& mesh : other.meshes_)
+    ownAlone(facts_);
+    ownAlone(meshes_);
+    ownAlone(other.facts_);
+    ownAlone(other.meshes_);
+    const ProductShift shift = joinFacts(*facts_, std::move(*other.facts_));
+    for (MeshPieces& mesh : *other.meshes_)
         for (MeshPiece& piece : mesh.pieces)
             piece.material = shifted(piece.material, shift.materials);
     for (std::size_t i = 0; i < other.materials_.size(); ++i)
-        other.materials_[i]->name = facts_.materials[materials_.size() + i].name;
-    std::move(other.meshes_.begin(), other.meshes_.end(), std::back_inserter(meshes_));
+        other.materials_[i]->name = facts_->materials[materials_.size() + i].name;
+    std::move(other.meshes_->begin(), other.meshes_->end(), std::back_inserter(*meshes_));
     std::move(other.images_.begin(), other.images_.end(), std::back_inserter(images_));
     std::move(other.materials_.begin(), other.materials_.end(), std::back_inserter(materials_));
     adoptNodes(other, shift);
@@ -159,7 +181,7 @@ void ProductReps::adoptNodes(ProductReps& other, const ProductShift& shift) {
     for (ProductNode_var& node : other.nodes_) {
         node->id_ += shift.nodes;
         node->part_ = shifted(node->part_, shift.parts);
-        node->name_ = facts_.nodes[static_cast<std::size_t>(node->id_)].name;
+        node->name_ = facts_->nodes[static_cast<std::size_t>(node->id_)].name;
         nodes_.push_back(std::move(node));
     }
     for (ProductNode* root : other.roots_) {

@@ -5,6 +5,7 @@
 #include "workbench/document/ProductNode.h"
 #include "workbench/document/product/Product.h"
 
+#include <memory>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -47,10 +48,18 @@ public:
     /// All that is neither tree, mesh, picture nor material: names, parts, cameras, lights,
     /// animations, units. Its nodes, parts and meshes are those of here, by index, the arrays of
     /// meshes and pictures empty; Node::visible and Product::materials are as they were loaded.
-    [[nodiscard]] const Product& facts() const { return facts_; }
+    [[nodiscard]] const Product& facts() const { return *facts_; }
+
+    /// The same, as it is now, for good and on any thread.
+    [[nodiscard]] std::shared_ptr<const Product> sharedFacts() const { return facts_; }
 
     /// By index of Product::meshes.
-    [[nodiscard]] const std::vector<MeshPieces>& meshes() const { return meshes_; }
+    [[nodiscard]] const std::vector<MeshPieces>& meshes() const { return *meshes_; }
+
+    /// The same, as they are now, for good and on any thread.
+    [[nodiscard]] std::shared_ptr<const std::vector<MeshPieces>> sharedMeshes() const {
+        return meshes_;
+    }
 
     /// By index of Product::materials.
     [[nodiscard]] const std::vector<QorVar<QorGraphicMaterial>>& materials() const {
@@ -97,8 +106,8 @@ private:
                 Qor3DBoundingBox& box) const;
     void adoptNodes(ProductReps& other, const ProductShift& shift);
 
-    Product facts_;
-    std::vector<MeshPieces> meshes_;
+    std::shared_ptr<Product> facts_;                  ///< a copy is changed once others share it
+    std::shared_ptr<std::vector<MeshPieces>> meshes_; ///< as facts_
     std::vector<QorPixelImage_var> images_;
     std::vector<QorVar<QorGraphicMaterial>> materials_;
     QorVar<QorGraphicMaterial> plain_;

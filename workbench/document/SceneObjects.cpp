@@ -72,25 +72,35 @@ std::vector<QorRscObject_var> allObjects(const QorRscContainer& scene) {
     return objects;
 }
 
-std::int32_t placeOf(QorGraphicMaterial* material,
-                     std::vector<QorVar<QorGraphicMaterial>>& materials) {
-    const auto found = std::find_if(materials.begin(), materials.end(),
-                                    [&](const auto& one) { return one.Get() == material; });
-    const auto place = static_cast<std::int32_t>(found - materials.begin());
-    if (found == materials.end())
-        materials.emplace_back(material);
-    return place;
-}
+/// Places of materials, those that the product lacks behind them.
+class MaterialPlaces {
+public:
+    explicit MaterialPlaces(std::vector<QorVar<QorGraphicMaterial>>& materials)
+        : materials_(materials) {
+        for (std::size_t i = 0; i < materials.size(); ++i)
+            places_.try_emplace(materials[i].Get(), static_cast<std::int32_t>(i));
+    }
 
-SceneRow rowOf(const QorRscObject& object,
-               const ObjectPlaces& places,
-               std::vector<QorVar<QorGraphicMaterial>>& materials) {
+    std::int32_t of(QorGraphicMaterial* material) {
+        const auto [place, isNew] =
+            places_.try_emplace(material, static_cast<std::int32_t>(materials_.size()));
+        if (isNew)
+            materials_.emplace_back(material);
+        return place->second;
+    }
+
+private:
+    std::vector<QorVar<QorGraphicMaterial>>& materials_;
+    std::unordered_map<const QorGraphicMaterial*, std::int32_t> places_;
+};
+
+SceneRow rowOf(const QorRscObject& object, const ObjectPlaces& places, MaterialPlaces& materials) {
     SceneRow row{.kind = object.GetKind().name.Str(),
                  .name = object.GetAlias().Str(),
                  .material = none,
                  .attributes = {}};
     if (const auto* material = dynamic_cast<const QorRscMaterial*>(&object)) {
-        row.material = placeOf(material->GetGraphicMaterial(), materials);
+        row.material = materials.of(material->GetGraphicMaterial());
         return row; // its values are those of the product's material
     }
     for (const QorAttribute& attribute : object.GetKind().attributes) {
@@ -104,25 +114,27 @@ SceneRow rowOf(const QorRscObject& object,
     return row;
 }
 
-/// Objects of rows, by index; null for those of an unknown kind.
-using RowObjects = std::vector<QorRscObject_var>;
+/// What the references of rows lead to.
+struct RowTargets {
+    std::vector<QorRscObject_var> objects; ///< of the rows, by index; null for an unknown kind
+    const ProductReps& product;
+    SceneOffset offset;
+};
 
-QorReference
-objectOf(const SceneReference& reference, const RowObjects& objects, const ProductReps& product) {
+QorReference objectOf(const SceneReference& reference, const RowTargets& targets) {
     const auto index = static_cast<std::size_t>(reference.index);
     switch (reference.target) {
     case SceneReference::Target::Nothing:
         return {};
     case SceneReference::Target::Object:
-        return objects[index].Get();
+        return targets.objects[index].Get();
     case SceneReference::Target::Node:
-        return product.nodes()[index].Get();
+        return targets.product.nodes()[targets.offset.nodes + index].Get();
     }
     return {};
 }
 
-QorAttributeValue
-valueOf(const SceneAttribute& attribute, const RowObjects& objects, const ProductReps& product) {
+QorAttributeValue valueOf(const SceneAttribute& attribute, const RowTargets& targets) {
     const std::array<double, 3>& numbers = attribute.numbers;
     switch (attribute.type) {
     case SceneType::Integer:
@@ -138,26 +150,34 @@ valueOf(const SceneAttribute& attribute, const RowObjects& objects, const Produc
     case SceneType::Point:
         return QorMathPoint{numbers[0], numbers[1], numbers[2]};
     case SceneType::Reference:
-        return objectOf(attribute.references.front(), objects, product);
+        return objectOf(attribute.references.front(), targets);
     case SceneType::References:
         break;
     }
     QorReferences list;
     for (const SceneReference& reference : attribute.references)
-        if (const QorReference object = objectOf(reference, objects, product))
+        if (const QorReference object = objectOf(reference, targets))
             list.push_back(object);
     return list;
 }
 
 QorRscObject_var
-makeObject(QorRscContainer& scene, const SceneRow& row, const ProductReps& product) {
+makeObject(QorRscContainer& scene, const SceneRow& row, const RowTargets& targets) {
     if (row.kind != QorRscMaterial::Kind().name.Str() || row.material == none)
         return scene.CreateObject(row.kind, row.name);
-    auto object =
-        QorMake<QorRscMaterial>(product.materials()[static_cast<std::size_t>(row.material)].Get());
+    const std::size_t place = targets.offset.materials + static_cast<std::size_t>(row.material);
+    auto object = QorMake<QorRscMaterial>(targets.product.materials()[place].Get());
     object->SetAlias(row.name);
     scene.AddObject(object.Get());
     return object.Get();
+}
+
+bool hasActiveSurroundings(QorRscContainer& scene) {
+    const auto surroundings = scene.ListEnvironments();
+    for (int i = 1; i <= surroundings.Size(); ++i)
+        if (surroundings[i]->IsActive())
+            return true;
+    return false;
 }
 
 } // namespace
@@ -167,22 +187,31 @@ SceneRows rowsOf(const QorRscContainer& scene, std::vector<QorVar<QorGraphicMate
     ObjectPlaces places;
     for (std::size_t i = 0; i < objects.size(); ++i)
         places[objects[i]->GetIdentity()] = static_cast<std::int32_t>(i);
+    MaterialPlaces materialPlaces(materials);
     SceneRows rows;
     rows.reserve(objects.size());
     for (const QorRscObject_var& object : objects)
-        rows.push_back(rowOf(*object, places, materials));
+        rows.push_back(rowOf(*object, places, materialPlaces));
     return rows;
 }
 
-void fillScene(QorRscContainer& scene, const SceneRows& rows, const ProductReps& product) {
-    RowObjects objects;
-    objects.reserve(rows.size());
+void addScene(QorRscContainer& scene,
+              const SceneRows& rows,
+              const ProductReps& product,
+              const SceneOffset& offset) {
+    const bool keepsSurroundings = hasActiveSurroundings(scene);
+    RowTargets targets{.objects = {}, .product = product, .offset = offset};
+    targets.objects.reserve(rows.size());
     for (const SceneRow& row : rows)
-        objects.push_back(makeObject(scene, row, product));
+        targets.objects.push_back(makeObject(scene, row, targets));
     for (std::size_t i = 0; i < rows.size(); ++i)
-        if (objects[i])
+        if (targets.objects[i])
             for (const SceneAttribute& attribute : rows[i].attributes)
-                objects[i]->SetAttribute(attribute.name, valueOf(attribute, objects, product));
+                targets.objects[i]->SetAttribute(attribute.name, valueOf(attribute, targets));
+    for (const QorRscObject_var& object : targets.objects)
+        if (const auto surroundings = QorQuery<QorIRscEnvironment>(object);
+            keepsSurroundings && surroundings)
+            surroundings->SetActive(false);
 }
 
 } // namespace qor::document

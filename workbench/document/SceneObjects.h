@@ -15,9 +15,19 @@ namespace qor::document {
 [[nodiscard]] SceneRows rowsOf(const QorRscContainer& scene,
                                std::vector<QorVar<QorGraphicMaterial>>& materials);
 
-/// Makes the objects of \p rows, which a file has given. Kinds and attributes that are unknown, and
-/// values that an attribute does not take, are left out.
-void fillScene(QorRscContainer& scene, const SceneRows& rows, const ProductReps& product);
+/// Where in a document's product that of a file begins.
+struct SceneOffset {
+    std::size_t nodes = 0;
+    std::size_t materials = 0;
+};
+
+/// Makes the objects of \p rows, which a file has given, behind those that are there. Kinds and
+/// attributes that are unknown, and values that an attribute does not take, are left out. See
+/// Document::merge for surroundings.
+void addScene(QorRscContainer& scene,
+              const SceneRows& rows,
+              const ProductReps& product,
+              const SceneOffset& offset);
 
 /// Makes objects of what \p product, which a model file has given, holds from the given places on:
 /// its materials, cameras, lights and surroundings, in the world's axes.

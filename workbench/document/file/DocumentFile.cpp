@@ -24,11 +24,13 @@ public:
     explicit SnapshotArrays(const DocumentSnapshot& snapshot) : snapshot_(snapshot) {}
 
     [[nodiscard]] Mesh mesh(std::size_t index) const override {
-        return meshOf(snapshot_.meshes[index]);
+        return meshOf((*snapshot_.meshes)[index]);
     }
 
     [[nodiscard]] Texture texture(std::size_t index) const override {
-        Texture texture = snapshot_.facts.textures[index];
+        Texture texture;
+        if (index < snapshot_.facts->textures.size())
+            texture = snapshot_.facts->textures[index];
         const QorPixelImage& image = *snapshot_.images[index];
         texture.width = static_cast<std::uint32_t>(image.GetWidth());
         texture.height = static_cast<std::uint32_t>(image.GetHeight());
@@ -49,6 +51,16 @@ private:
 
     const DocumentSnapshot& snapshot_;
 };
+
+/// The product of that moment; its meshes and textures give their number only.
+Product productOf(const DocumentSnapshot& snapshot) {
+    Product product = *snapshot.facts;
+    for (std::size_t i = 0; i < product.nodes.size(); ++i)
+        product.nodes[i].visible = snapshot.visible[i];
+    product.materials = snapshot.materials;
+    product.textures.resize(snapshot.images.size());
+    return product;
+}
 
 void stopIfAsked(const std::stop_token& stop) {
     if (stop.stop_requested())
@@ -110,7 +122,7 @@ Result<Done> writeDocument(const fs::path& file,
                            std::stop_token stop) {
     const SnapshotArrays arrays(snapshot);
     return writeDatabase(file, [&](sqlite3* database) -> Result<Done> {
-        if (Result<Done> stored = storeProduct(database, file.string(), snapshot.facts, arrays,
+        if (Result<Done> stored = storeProduct(database, file.string(), productOf(snapshot), arrays,
                                                stoppable(progress, stop));
             !stored)
             return stored;

@@ -4,18 +4,21 @@
 #include "workbench/document/file/DocumentTables.h"
 #include "workbench/document/product/Product.h"
 
+#include <memory>
 #include <vector>
 
 namespace qor::document {
 
-/// All of a document that a file holds, at one moment. Cheap to take: meshes and pictures are
-/// shared with the document, which goes on changing. Read on any thread.
+/// All of a document that a file holds, at one moment. Cheap to take, however large the product:
+/// what does not change one by one is shared with the document, which goes on changing. Read on any
+/// thread.
 struct DocumentSnapshot {
-    /// Nodes with their present visibility, materials with their present values; the arrays of
-    /// meshes and textures are empty.
-    Product facts;
-    std::vector<MeshPieces> meshes;        ///< of facts.meshes
-    std::vector<QorPixelImage_var> images; ///< of facts.textures
+    /// As ProductReps::facts: visibility and materials are older than those below.
+    std::shared_ptr<const Product> facts;
+    std::shared_ptr<const std::vector<MeshPieces>> meshes; ///< of Product::meshes
+    std::vector<bool> visible;                             ///< of Product::nodes
+    std::vector<Material> materials;                       ///< in place of Product::materials
+    std::vector<QorPixelImage_var> images;                 ///< of Product::textures, and more
     SceneRows scene;
     DocumentInfo info;
 };
