@@ -39,12 +39,25 @@ TEST_F(PaintedLines, AreAsWideAsTheScaleOfTheDisplayAsks) {
 
     for (const Row& row :
          {Row{1.0F, 1.0F, 1}, Row{1.0F, 1.25F, 1}, Row{1.0F, 1.5F, 2}, Row{1.0F, 2.0F, 2},
-          Row{3.0F, 1.0F, 3}, Row{3.0F, 1.5F, 5}, Row{3.0F, 2.0F, 6}, Row{0.1F, 1.0F, 1}}) {
+          Row{3.0F, 1.0F, 3}, Row{3.0F, 1.5F, 4}, Row{3.0F, 2.0F, 6}, Row{0.1F, 1.0F, 1}}) {
         surface.ratio = row.ratio;
         const QImage image =
             paintLine({{0, -10}, {0, 10}}, {.color = {255, 0, 0, 255}, .thickness = row.thickness});
         EXPECT_EQ(inked(image).width(), row.pixels) << row.thickness << " at " << row.ratio;
         EXPECT_EQ(count(image, red), inked(image).width() * inked(image).height());
+    }
+}
+
+TEST_F(PaintedLines, OfAnOddWidthLieAroundTheSameMiddleAtEveryScale) {
+    for (const float ratio : {1.0F, 1.25F, 1.5F, 2.0F}) {
+        surface.ratio = ratio;
+        const auto across = [&](float thickness) {
+            const QRect ink = inked(
+                paintLine({{0, -5}, {0, 5}}, {.color = {255, 0, 0, 255}, .thickness = thickness}));
+            return ink.left() + ink.right();
+        };
+        EXPECT_EQ(across(3.0F), across(1.0F)) << ratio;
+        EXPECT_EQ(across(7.0F), across(1.0F)) << ratio;
     }
 }
 

@@ -51,8 +51,13 @@ QRect Strokes::pixels(const QRectF& rectangle) {
 
 int Strokes::width(float thickness) const {
     constexpr double thickest = 1000.0;
-    return static_cast<int>(
-        std::lround(std::clamp(static_cast<double>(thickness) * ratio_, 1.0, thickest)));
+    const double pixels = std::clamp(static_cast<double>(thickness) * ratio_, 1.0, thickest);
+    // What is an odd number wide lies around the middle of a line of width 1, at every scale.
+    const bool isAround = std::fmod(static_cast<double>(thickness), 2.0) == 1.0;
+    const double hairline = std::max(1.0, std::round(ratio_));
+    if (!isAround)
+        return static_cast<int>(std::lround(pixels));
+    return static_cast<int>(hairline + 2.0 * std::max(0.0, std::round(0.5 * (pixels - hairline))));
 }
 
 /// Cuts a piece to what is near the area; false when nothing is. Method: Liang and Barsky 1984.
