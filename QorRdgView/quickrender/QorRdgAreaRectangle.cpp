@@ -7,6 +7,10 @@ namespace {
 constexpr QorGraphicAttributeSet lightLine{.color = {255, 255, 255, 255}, .thickness = 1.0F};
 constexpr QorGraphicAttributeSet darkLine{.color = {0, 0, 0, 140}, .thickness = 3.0F};
 constexpr QorGraphicAttributeSet mark{.color = {255, 255, 255, 255}, .pointSize = 7.0F};
+constexpr QorGraphicAttributeSet darkMark{.color = {0, 0, 0, 140}, .pointSize = 9.0F};
+constexpr QorGraphicAttributeSet smallMark{.color = {255, 255, 255, 255}, .pointSize = 5.0F};
+constexpr QorGraphicAttributeSet darkSmallMark{.color = {0, 0, 0, 140}, .pointSize = 7.0F};
+constexpr double roomForMarks = 40.0; ///< device-independent pixels along a side
 constexpr QorGraphicAttributeSet outside{.color = {0, 0, 0, 70}};
 
 using Points = std::array<QorMathPoint2D, 4>;
@@ -24,6 +28,30 @@ Points CornersOf(const QorRdgAreaCorners& iArea) {
 /// Each edge goes from its corner to the next.
 std::vector<QorMathPoint2D> EdgeOf(const Points& iCorners, std::size_t iEdge) {
     return {iCorners[iEdge], iCorners[(iEdge + 1) % 4]};
+}
+
+void AddPoint(Qor2DBagRep& ioBag,
+              const QorMathPoint2D& iPoint,
+              const QorGraphicAttributeSet& iLook) {
+    const QorVar<Qor2DPointRep> point = QorMake<Qor2DPointRep>(iPoint);
+    point->SetAttributes(iLook);
+    ioBag.AddChild(point);
+}
+
+/// The middles of the edges and of the rectangle, of those for which there is room.
+std::vector<QorMathPoint2D> MiddlesOf(const QorRdgAreaCorners& iArea, double iRoom) {
+    const float x = 0.5F * (iArea.x1 + iArea.x2);
+    const float y = 0.5F * (iArea.y1 + iArea.y2);
+    const bool isWide = static_cast<double>(iArea.x2 - iArea.x1) >= iRoom;
+    const bool isHigh = static_cast<double>(iArea.y2 - iArea.y1) >= iRoom;
+    std::vector<QorMathPoint2D> middles;
+    if (isWide)
+        middles.insert(middles.end(), {Point(x, iArea.y1), Point(x, iArea.y2)});
+    if (isHigh)
+        middles.insert(middles.end(), {Point(iArea.x1, y), Point(iArea.x2, y)});
+    if (isWide && isHigh)
+        middles.push_back(Point(x, y));
+    return middles;
 }
 
 /// The viewer around a rectangle, in four pieces: below, above, left, right.
@@ -78,19 +106,36 @@ void QorRdgAreaRectangle::Move(const QorRdgAreaCorners& iCorners,
     }
 }
 
+void QorRdgAreaRectangle::Mark(const QorRdgAreaCorners& iCorners, float iPixelRatio) {
+    marks = QorMake<Qor2DBagRep>();
+    marks->SetPickable(false);
+    for (const QorMathPoint2D& corner : CornersOf(iCorners))
+        AddPoint(*shade, corner, darkMark);
+    for (const QorMathPoint2D& middle :
+         MiddlesOf(iCorners, roomForMarks * static_cast<double>(iPixelRatio))) {
+        AddPoint(*shade, middle, darkSmallMark);
+        AddPoint(*marks, middle, smallMark);
+    }
+}
+
 void QorRdgAreaRectangle::Show(const QorRdgAreaCorners& iCorners,
                                const QorRdgAreaCorners& iExtents,
-                               bool iMarked) {
+                               QorRdgAreaMarks iMarks,
+                               float iPixelRatio) {
     Hide();
     Move(iCorners, iExtents);
+    const bool marked = iMarks == QorRdgAreaMarks::All;
+    if (marked)
+        Mark(iCorners, iPixelRatio);
     viewpoint->AddRep(shade);
     for (const QorVar<Qor2DLineRep>& edge : edges)
         viewpoint->AddRep(edge);
-    if (iMarked)
+    if (marked) {
         for (const QorVar<Qor2DPointRep>& corner : corners)
             viewpoint->AddRep(corner);
+        viewpoint->AddRep(marks);
+    }
     shown = true;
-    marked = iMarked;
 }
 
 void QorRdgAreaRectangle::Hide() {
@@ -100,7 +145,8 @@ void QorRdgAreaRectangle::Hide() {
     shade.Reset();
     for (const QorVar<Qor2DLineRep>& edge : edges)
         viewpoint->RemoveRep(edge);
-    if (marked)
-        for (const QorVar<Qor2DPointRep>& corner : corners)
-            viewpoint->RemoveRep(corner);
+    for (const QorVar<Qor2DPointRep>& corner : corners)
+        viewpoint->RemoveRep(corner);
+    viewpoint->RemoveRep(marks);
+    marks.Reset();
 }

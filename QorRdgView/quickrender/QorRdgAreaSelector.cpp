@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <utility>
 
 QorImplementClass(QorRdgAreaSelectorBEGIN_AREAEvt, QorNotification)
@@ -14,37 +13,6 @@ namespace {
 constexpr int overThePicture = 7;
 constexpr float leastSide = 10.0F; ///< of a completed rectangle
 constexpr float leastShown = 1.0F; ///< sides of this or less show no rectangle
-constexpr std::size_t handleCount = 9;
-
-/// What a handle moves, where it lies (0 at the lower corner, 1 at the upper) and how it is found.
-struct Handle {
-    const char* name;
-    bool movesX1, movesY1, movesX2, movesY2;
-    double x, y;
-    int priority; ///< on small rectangles corners win over edges, edges over the centre
-    QorCursor cursor;
-};
-
-constexpr std::array<Handle, handleCount> handleTable{{
-    {"manipulator1", true, false, false, false, 0.0, 0.5, 1, QorCursor::SizeHorizontal},
-    {"manipulator2", false, false, false, true, 0.5, 1.0, 1, QorCursor::SizeVertical},
-    {"manipulator3", false, false, true, false, 1.0, 0.5, 1, QorCursor::SizeHorizontal},
-    {"manipulator4", false, true, false, false, 0.5, 0.0, 1, QorCursor::SizeVertical},
-    {"manipulator5", true, true, true, true, 0.5, 0.5, 0, QorCursor::Move},
-    {"manipulator6", true, true, false, false, 0.0, 0.0, 2, QorCursor::SizeRising},
-    {"manipulator7", false, true, true, false, 1.0, 0.0, 2, QorCursor::SizeFalling},
-    {"manipulator8", false, false, true, true, 1.0, 1.0, 2, QorCursor::SizeRising},
-    {"manipulator9", true, false, false, true, 0.0, 1.0, 2, QorCursor::SizeFalling},
-}};
-
-/// A handle's number, as it travels with its notifications.
-QorSubscriberData AsData(std::size_t iHandle) {
-    return reinterpret_cast<QorSubscriberData>(static_cast<std::uintptr_t>(iHandle)); // NOLINT
-}
-
-std::size_t AsHandle(QorSubscriberData iData) {
-    return static_cast<std::size_t>(reinterpret_cast<std::uintptr_t>(iData)); // NOLINT
-}
 
 /// A pixel that the sums of a drag miss by rounding errors counts as met; they stay far below this.
 int Truncate(double iPixel) {
@@ -64,6 +32,8 @@ QorRdgAreaSelector::QorRdgAreaSelector(QorViewer* iViewer, QorCallbackManager* i
     , rectangle(*viewpoint) {
     viewpoint->SetPriority(overThePicture);
     viewer->AddViewpoint(viewpoint);
+    viewer->GetSupport()->GetCallbackManager()->AddCallback(
+        this, QorGraphicWindow::GRAPHICWINDOW_RESIZE, &QorRdgAreaSelector::ResizedCB);
     MakeHandles();
 }
 
@@ -79,28 +49,13 @@ void QorRdgAreaSelector::CleanUp() {
     for (Qor2DManipulator*& handle : handles)
         if (Qor2DManipulator* gone = std::exchange(handle, nullptr))
             gone->Detach();
+    if (QorSupport* support = viewer->GetSupport())
+        support->GetCallbackManager()->RemoveCallbacks(this,
+                                                       QorGraphicWindow::GRAPHICWINDOW_RESIZE);
     viewer->RemoveViewpoint(viewpoint);
     viewer->Draw();
     viewer = nullptr;
     empty = true;
-}
-
-void QorRdgAreaSelector::MakeHandles() {
-    for (std::size_t i = 0; i < handleCount; ++i) {
-        auto* handle = new Qor2DManipulator(this, handleTable[i].name, viewer, viewpoint);
-        handle->SetPickPriority(handleTable[i].priority);
-        handle->SetCursor(handleTable[i].cursor);
-        handle->SetPickable(false);
-        AddAnalyseNotificationCB(this, handle, handle->GetBeginManipulate(),
-                                 &QorRdgAreaSelector::HandleBeginCB, AsData(i));
-        AddAnalyseNotificationCB(this, handle, handle->GetManipulate(),
-                                 &QorRdgAreaSelector::HandleMoveCB, AsData(i));
-        AddAnalyseNotificationCB(this, handle, handle->GetEndManipulate(),
-                                 &QorRdgAreaSelector::HandleEndCB, AsData(i));
-        AddAnalyseNotificationCB(this, handle, handle->GetEdit(), &QorRdgAreaSelector::HandleEditCB,
-                                 AsData(i));
-        handles[i] = handle;
-    }
 }
 
 // ---- the rectangle
@@ -143,25 +98,20 @@ void QorRdgAreaSelector::EnforceMinimum() {
         area.y2 = area.y1 + leastSide;
 }
 
-void QorRdgAreaSelector::PlaceHandles() {
-    for (std::size_t i = 0; i < handleCount; ++i) {
-        const auto width = static_cast<double>(area.x2 - area.x1);
-        const auto height = static_cast<double>(area.y2 - area.y1);
-        handles[i]->SetOrigin({static_cast<double>(area.x1) + handleTable[i].x * width,
-                               static_cast<double>(area.y1) + handleTable[i].y * height});
-    }
-}
-
-void QorRdgAreaSelector::SetHandlesPickable(bool iPickable) {
-    for (Qor2DManipulator* handle : handles)
-        handle->SetPickable(iPickable);
+float QorRdgAreaSelector::GetPixelRatio() const {
+    return viewer->GetSupport()->GetPixelRatio();
 }
 
 void QorRdgAreaSelector::ShowRectangle() {
-    rectangle.Show(area, GetExtents(), true);
+    rectangle.Show(area, GetExtents(), QorRdgAreaMarks::All, GetPixelRatio());
     PlaceHandles();
     SetHandlesPickable(true);
     viewer->Draw();
+}
+
+void QorRdgAreaSelector::Complete() {
+    chosen = area;
+    ShowRectangle();
 }
 
 void QorRdgAreaSelector::HideRectangle() {
@@ -175,7 +125,7 @@ void QorRdgAreaSelector::Finish() {
     if (empty)
         HideRectangle();
     else
-        ShowRectangle();
+        Complete();
     RemoveIndicator();
 }
 
@@ -184,8 +134,8 @@ void QorRdgAreaSelector::ResetToViewer() {
         return;
     area = GetExtents();
     empty = false;
-    ShowRectangle();
-    Dispatch<QorRdgAreaSelectorEND_AREAEvt>();
+    Complete();
+    Dispatch(QorMake<QorRdgAreaSelectorEND_AREAEvt>());
 }
 
 void QorRdgAreaSelector::SetArea(int iX1, int iY1, int iX2, int iY2) {
@@ -224,11 +174,10 @@ bool QorRdgAreaSelector::GetArea(int& oX1, int& oY1, int& oX2, int& oY2) const {
     return true;
 }
 
-template <class Event>
-void QorRdgAreaSelector::Dispatch() {
+void QorRdgAreaSelector::Dispatch(const QorVar<QorNotification>& iEvent) {
     const QorVar<QorBaseUnknown> alive(this);
     if (publisher != nullptr)
-        publisher->DispatchCallbacks(Event::ClassName(), this, QorMake<Event>());
+        publisher->DispatchCallbacks(iEvent->GetEventName(), this, iEvent);
 }
 
 // ---- drawing a new one
@@ -241,7 +190,6 @@ void QorRdgAreaSelector::StartDrawing() {
     if (indicator != nullptr)
         return;
     indicator = new Qor2DIndicator(this, "areaSelector", viewer, viewpoint);
-    indicator->SetCursor(QorCursor::Cross);
     previousIndicator = viewer->GetForegroundIndicator();
     viewer->SetForegroundIndicator(indicator);
     AddAnalyseNotificationCB(this, indicator, indicator->GetBeginManipulate(),
@@ -269,7 +217,7 @@ void QorRdgAreaSelector::DrawBeginCB(QorCommand* /*iCommand*/,
                                      QorSubscriberData /*iData*/) {
     if (!IsAttached() || indicator == nullptr)
         return;
-    Dispatch<QorRdgAreaSelectorBEGIN_AREAEvt>();
+    Dispatch(QorMake<QorRdgAreaSelectorBEGIN_AREAEvt>());
     if (!IsAttached() || indicator == nullptr)
         return; // whoever heard of it has ended the drawing
     if (!empty)
@@ -293,7 +241,7 @@ void QorRdgAreaSelector::DrawMoveCB(QorCommand* /*iCommand*/,
         return;
     area.x2 = x;
     area.y2 = y;
-    rectangle.Show(area, extents, false);
+    rectangle.Show(area, extents, QorRdgAreaMarks::None, GetPixelRatio());
     viewer->Draw();
 }
 
@@ -309,65 +257,25 @@ void QorRdgAreaSelector::DrawEndCB(QorCommand* /*iCommand*/,
     Order();
     EnforceMinimum();
     Finish();
-    Dispatch<QorRdgAreaSelectorEND_AREAEvt>();
+    Dispatch(QorMake<QorRdgAreaSelectorEND_AREAEvt>());
 }
 
-// ---- editing with the handles
+// ---- another size of the viewer
 
-void QorRdgAreaSelector::ApplyHandle(std::size_t iHandle, const QorMathPoint2D& iMove) {
-    const Handle& handle = handleTable[iHandle];
-    const auto dx = static_cast<float>(iMove.x);
-    const auto dy = static_cast<float>(iMove.y);
-    if (handle.movesX1)
-        area.x1 += dx;
-    if (handle.movesY1)
-        area.y1 += dy;
-    if (handle.movesX2)
-        area.x2 += dx;
-    if (handle.movesY2)
-        area.y2 += dy;
-}
-
-void QorRdgAreaSelector::HandleBeginCB(QorCommand* /*iCommand*/,
-                                       QorNotification* /*iNotification*/,
-                                       QorSubscriberData iData) {
-    if (!IsAttached())
+void QorRdgAreaSelector::ResizedCB(QorEventName /*iEvent*/,
+                                   QorBaseUnknown* /*iPublisher*/,
+                                   QorNotification* /*iNotification*/,
+                                   QorSubscriberData /*iData*/,
+                                   QorCallbackId /*iCookie*/) {
+    // What is being drawn or dragged finds its place at the next step.
+    if (!IsAttached() || empty || indicator != nullptr || IsHandleDragged())
         return;
-    rectangle.Hide();
-    viewer->Draw();
-    last = current = handles[AsHandle(iData)]->GetOrigin();
-}
-
-void QorRdgAreaSelector::HandleMoveCB(QorCommand* /*iCommand*/,
-                                      QorNotification* /*iNotification*/,
-                                      QorSubscriberData iData) {
-    if (!IsAttached())
-        return;
-    const std::size_t handle = AsHandle(iData);
-    current = handles[handle]->GetOrigin();
-    ApplyHandle(handle, current - last);
-    ClampToViewer();
-    last = current;
-    rectangle.Show(area, GetExtents(), false);
-    viewer->Draw();
-}
-
-void QorRdgAreaSelector::HandleEndCB(QorCommand* /*iCommand*/,
-                                     QorNotification* /*iNotification*/,
-                                     QorSubscriberData iData) {
-    if (!IsAttached())
-        return;
-    const std::size_t handle = AsHandle(iData);
-    ApplyHandle(handle, handles[handle]->GetOrigin() - last);
+    const QorRdgAreaCorners before = area;
+    area = chosen;
     ClampToViewer();
     Order();
     EnforceMinimum();
     ShowRectangle();
-    Dispatch<QorRdgAreaSelectorEND_AREAEvt>();
-}
-
-void QorRdgAreaSelector::HandleEditCB(QorCommand* /*iCommand*/,
-                                      QorNotification* /*iNotification*/,
-                                      QorSubscriberData /*iData*/) {
-    ResetToViewer();
+    if (area != before)
+        Dispatch(QorMake<QorRdgAreaSelectorEND_AREAEvt>());
 }

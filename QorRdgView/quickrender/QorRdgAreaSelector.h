@@ -59,15 +59,24 @@ private:
     void PlaceHandles();
     void SetHandlesPickable(bool iPickable);
     void RemoveIndicator();
+    /// The viewer has another size: the rectangle that was chosen stays where it is as far as the
+    /// viewer goes, and comes back when the viewer does.
+    void ResizedCB(QorEventName iEvent,
+                   QorBaseUnknown* iPublisher,
+                   QorNotification* iNotification,
+                   QorSubscriberData iData,
+                   QorCallbackId iCookie);
+    [[nodiscard]] bool IsHandleDragged() const;
+    void Complete();
     void ApplyHandle(std::size_t iHandle, const QorMathPoint2D& iMove);
     void ClampToViewer();
     void Order();
     void EnforceMinimum();
+    [[nodiscard]] float GetPixelRatio() const;
     void ShowRectangle();
     void HideRectangle();
     void Finish();
-    template <class Event>
-    void Dispatch();
+    void Dispatch(const QorVar<QorNotification>& iEvent);
 
     QorCallbackManager* publisher;
     bool empty = true;
@@ -78,6 +87,7 @@ private:
     QorRdgAreaRectangle rectangle;
     std::array<Qor2DManipulator*, 9> handles{};
     QorRdgAreaCorners area;
-    QorMathPoint2D last;    ///< reference point of a handle's drag
-    QorMathPoint2D current; ///< the handle's origin at the latest step
+    QorRdgAreaCorners chosen; ///< by the latest operation, in a viewer of whatever size
+    QorMathPoint2D last;      ///< reference point of a handle's drag
+    QorMathPoint2D current;   ///< the handle's origin at the latest step
 };

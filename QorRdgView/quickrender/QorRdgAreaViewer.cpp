@@ -67,7 +67,9 @@ QorResult QorRdgAreaViewer::SetArea(int iX1, int iY1, int iX2, int iY2) {
 }
 
 QorResult QorRdgAreaViewer::GetArea(int& oX1, int& oY1, int& oX2, int& oY2) {
-    return Init() && selector && selector->GetArea(oX1, oY1, oX2, oY2) ? S_OK : E_FAIL;
+    if (!Init() || !selector || !selector->GetArea(oX1, oY1, oX2, oY2))
+        return E_FAIL;
+    return oX1 == 0 && oY1 == 0 && oX2 == 0 && oY2 == 0 ? E_FAIL : S_OK;
 }
 
 QorCallbackManager* QorRdgAreaViewer::GetAreaPublisher() {

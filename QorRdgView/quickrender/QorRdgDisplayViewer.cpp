@@ -32,6 +32,8 @@ void QorRdgDisplayViewer::DoInit(Qor3DViewer& iViewer) {
         ratio = support->GetRatioWH();
         overlay = MakePixelViewpoint(iViewer, overlayPriority);
         iViewer.AddViewpoint(overlay);
+        iViewer.GetSupport()->GetCallbackManager()->AddCallback(
+            this, QorGraphicWindow::GRAPHICWINDOW_RESIZE, &QorRdgDisplayViewer::ResizedCB);
     }
     if (QorFrmLayout* layout = QorFrmLayout::GetCurrentLayout())
         viewerActivatedCookie = layout->GetCallbackManager()->AddCallback(
@@ -42,6 +44,9 @@ void QorRdgDisplayViewer::DoCleanUp(Qor3DViewer& iViewer) {
     QorTrace(4, "(QorRdgDisplayViewer::CleanUp) \n");
     if (QorFrmLayout* layout = QorFrmLayout::GetCurrentLayout())
         layout->GetCallbackManager()->RemoveCallback(viewerActivatedCookie);
+    if (QorSupport* support = iViewer.GetSupport())
+        support->GetCallbackManager()->RemoveCallbacks(this,
+                                                       QorGraphicWindow::GRAPHICWINDOW_RESIZE);
     Watch(nullptr);
     iViewer.RemoveViewpoint(overlay);
     overlay.Reset();
@@ -50,7 +55,7 @@ void QorRdgDisplayViewer::DoCleanUp(Qor3DViewer& iViewer) {
     QorTrace(4, "(QorRdgDisplayViewer::CleanUp) Done\n");
 }
 
-QorVar<Qor2DImagePixelRep> QorRdgDisplayViewer::MakePictureRep(QorPixelImage* iImage) const {
+Qor2DBoundingBox QorRdgDisplayViewer::GetViewport() const {
     float width = 0.0F;
     float height = 0.0F;
     GetViewer()->GetGraphicSize(width, height);
@@ -66,12 +71,26 @@ QorVar<Qor2DImagePixelRep> QorRdgDisplayViewer::MakePictureRep(QorPixelImage* iI
     // The overlay's origin is the middle of the viewer, and its unit a pixel.
     const QorMathPoint2D lowerLeft{static_cast<double>(x) - 0.5 * static_cast<double>(width),
                                    static_cast<double>(y) - 0.5 * static_cast<double>(height)};
-    QorVar<Qor2DImagePixelRep> rep = QorMake<Qor2DImagePixelRep>(lowerLeft, iImage, 0, 0, 0, 0);
-    rep->SetZoom(static_cast<double>(viewWidth) / iImage->GetWidth(),
-                 static_cast<double>(viewHeight) / iImage->GetHeight());
+    const QorMathPoint2D size{static_cast<double>(viewWidth), static_cast<double>(viewHeight)};
+    return {lowerLeft, lowerLeft + size};
+}
+
+/// The picture is as high as the viewport and keeps the shape that it was drawn for. At another
+/// size of the viewer it so lies where the scene below it is, as both follow the height.
+void QorRdgDisplayViewer::ShowPicture() {
+    const Qor2DBoundingBox viewport = GetViewport();
+    const QorMathPoint2D size = viewport.high - viewport.low;
+    const double width = drawnFor.y > 0.0 ? drawnFor.x * (size.y / drawnFor.y) : size.x;
+    const QorMathPoint2D corner{viewport.low.x + 0.5 * (size.x - width), viewport.low.y};
+    const QorVar<Qor2DImagePixelRep> rep =
+        QorMake<Qor2DImagePixelRep>(corner, image.Get(), 0, 0, 0, 0);
+    rep->SetZoom(width / image->GetWidth(), size.y / image->GetHeight());
     rep->SetAlphaMode(1);
     rep->SetPickable(false);
-    return rep;
+    overlay->RemoveRep(pictureRep);
+    overlay->AddRep(rep);
+    pictureRep = rep;
+    GetViewer()->Draw();
 }
 
 QorResult QorRdgDisplayViewer::Draw(QorPixelImage* iImage) {
@@ -79,15 +98,22 @@ QorResult QorRdgDisplayViewer::Draw(QorPixelImage* iImage) {
         return S_OK;
     if (iImage == nullptr || iImage->IsEmpty())
         return E_FAIL;
-    const QorVar<Qor2DImagePixelRep> newRep = MakePictureRep(iImage);
-    overlay->RemoveRep(pictureRep);
-    overlay->AddRep(newRep);
-    pictureRep = newRep;
+    const Qor2DBoundingBox viewport = GetViewport();
+    drawnFor = viewport.high - viewport.low;
     image = iImage;
+    ShowPicture();
     Watch(GetViewer()->GetMain3DViewpoint());
-    GetViewer()->Draw();
     UpdateDisplay(0);
     return S_OK;
+}
+
+void QorRdgDisplayViewer::ResizedCB(QorEventName /*iEvent*/,
+                                    QorBaseUnknown* /*iPublisher*/,
+                                    QorNotification* /*iNotification*/,
+                                    QorSubscriberData /*iData*/,
+                                    QorCallbackId /*iCookie*/) {
+    if (GetViewer() != nullptr && pictureRep)
+        ShowPicture();
 }
 
 void QorRdgDisplayViewer::RemovePicture() {

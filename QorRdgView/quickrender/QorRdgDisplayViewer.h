@@ -37,9 +37,16 @@ private:
                                 QorNotification* iNotification,
                                 QorSubscriberData iData,
                                 QorCallbackId iCookie);
+    void ResizedCB(QorEventName iEvent,
+                   QorBaseUnknown* iPublisher,
+                   QorNotification* iNotification,
+                   QorSubscriberData iData,
+                   QorCallbackId iCookie);
     /// Repaints the program's windows, at most once in 40 ms of a second unless forced.
     void UpdateDisplay(unsigned char iForce);
-    [[nodiscard]] QorVar<Qor2DImagePixelRep> MakePictureRep(QorPixelImage* iImage) const;
+    /// The part of the viewer that shows the main viewpoint, in the overlay's units.
+    [[nodiscard]] Qor2DBoundingBox GetViewport() const;
+    void ShowPicture();
     void Watch(Qor3DViewpoint* iViewpoint);
     void RemovePicture();
 
@@ -50,7 +57,8 @@ private:
     QorTimeStamp lastUpdate;
     QorVar<Qor2DImagePixelRep> pictureRep;
     QorPixelImage_var image;
-    int progress = -1; ///< -1 when idle
+    QorMathPoint2D drawnFor; ///< the size of the viewport when the picture came
+    int progress = -1;       ///< -1 when idle
     bool abort = false;
     float ratio = 1.0F; ///< of the support, width by height
 };

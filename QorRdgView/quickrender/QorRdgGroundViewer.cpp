@@ -70,8 +70,7 @@ QorMathPoint QorRdgGroundManipulator::PointUnder(const QorMouseEvent& iMouse,
     GetViewer()->GetGraphicSize(width, height);
     QorMathPoint near;
     QorMathPoint far;
-    GetViewer()->GetMain3DViewpoint()->ComputeModelFromDeviceEvent(iMouse.pixel, width, height,
-                                                                   near, far);
+    held->ComputeModelFromDeviceEvent(iMouse.pixel, width, height, near, far);
     const QorMathVector direction = (far - near).Normalized();
     const double slope = iNormal * direction;
     return slope == 0.0 ? iPoint : near + direction * ((iNormal * (iPoint - near)) / slope);
@@ -79,12 +78,12 @@ QorMathPoint QorRdgGroundManipulator::PointUnder(const QorMouseEvent& iMouse,
 
 void QorRdgGroundManipulator::BeginDrag(const QorMouseEvent& iMouse,
                                         const std::vector<QorVar<QorRep>>& /*iPath*/) {
+    held = GetViewer()->Get3DViewpointAt(iMouse.pixel);
     picked = PointUnder(iMouse, ground->GetOrigin(), ground->GetVertical());
 }
 
 void QorRdgGroundManipulator::Drag(const QorMouseEvent& iMouse) {
-    const QorMathVector sight = GetViewer()->GetMain3DViewpoint()->GetSight();
-    const QorMathPoint now = PointUnder(iMouse, picked, sight);
+    const QorMathPoint now = PointUnder(iMouse, picked, held->GetSight());
     ground->Translate((now - picked) * ground->GetVertical());
     SetPosition(AxesOf(*ground));
     GetViewer()->Draw();

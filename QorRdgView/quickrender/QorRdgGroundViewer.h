@@ -24,6 +24,7 @@ private:
                                           const QorMathVector& iNormal) const;
 
     QorRsc3DGroundRep_var ground;
+    Qor3DViewpoint_var held; ///< in which the drag began
     QorMathPoint picked;
 };
 

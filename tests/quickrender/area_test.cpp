@@ -174,6 +174,120 @@ TEST_F(Area, OnASmallRectangleCornersWinOverEdgesAndEdgesOverTheCentre) {
     EXPECT_THAT(Get(), ElementsAre(100, 100, 152, 152));
 }
 
+TEST_F(Area, TheEdgesCanBeDraggedAlongAllOfTheirLength) {
+    Begin(100, 100, 200, 180);
+    Drag(123, 120, 123, 110); // the upper edge, away from its middle
+    EXPECT_THAT(Get(), ElementsAre(100, 100, 200, 190));
+    Drag(200, 185, 220, 185); // the right one
+    EXPECT_THAT(Get(), ElementsAre(100, 100, 220, 190));
+}
+
+TEST_F(Area, EveryHandleCanBeHitSixPixelsAwayAtEveryScale) {
+    for (const float ratio : {1.0F, 1.5F, 2.0F}) {
+        viewer->GetSupport()->SetPixelRatio(ratio);
+        const double off = 6.0 * static_cast<double>(ratio);
+        for (const double x : {100.0, 150.0, 200.0})
+            for (const double y : {200.0, 160.0, 120.0}) {
+                Begin(100, 100, 200, 180);
+                const QorCursor cursor = viewer->GetCursor({x, y});
+                EXPECT_NE(cursor, QorCursor::Arrow) << x << "," << y;
+                for (const double dx : {-off, off})
+                    for (const double dy : {-off, off})
+                        EXPECT_EQ(viewer->GetCursor({x + dx, y + dy}), cursor)
+                            << x + dx << "," << y + dy << " at " << ratio;
+            }
+    }
+}
+
+TEST_F(Area, ShowsThePointerOfWhatEachHandleDoes) {
+    Begin(100, 100, 200, 180);
+
+    struct Row {
+        double x, y;
+        QorCursor cursor;
+    };
+
+    for (const Row& row :
+         {Row{100, 160, QorCursor::SizeHorizontal}, Row{200, 160, QorCursor::SizeHorizontal},
+          Row{150, 120, QorCursor::SizeVertical}, Row{150, 200, QorCursor::SizeVertical},
+          Row{150, 160, QorCursor::Move}, Row{100, 200, QorCursor::SizeRising},
+          Row{200, 120, QorCursor::SizeRising}, Row{200, 200, QorCursor::SizeFalling},
+          Row{100, 120, QorCursor::SizeFalling}, Row{300, 50, QorCursor::Arrow}})
+        EXPECT_EQ(viewer->GetCursor({row.x, row.y}), row.cursor) << row.x << "," << row.y;
+}
+
+TEST_F(Area, IsDrawnOverAGroundThatCouldBeDraggedToo) {
+    AddBox({-1, -1, 0}, {1, 1, 1});
+    viewer->GetMain3DViewpoint()->SetView({0, -20, 10}, {0, 0, 0}, {0, 0, 1});
+    QorQuery<QorIRdgGround>(viewer)->SetGroundOn(1);
+    QorMathPoint2D onGround;
+    viewer->GetMain3DViewpoint()->Project({1.3, -1.2, 0}, width, height, onGround);
+    EXPECT_EQ(viewer->GetCursor(onGround), QorCursor::Hand);
+    const QorMathPoint before = viewer->GetGround()->GetOrigin();
+    area->SetAreaMode(true);
+    EXPECT_EQ(viewer->GetCursor(onGround), QorCursor::Cross);
+    Drag(onGround.x, onGround.y, onGround.x + 60, onGround.y - 50);
+    EXPECT_EQ(viewer->GetGround()->GetOrigin(), before);
+    EXPECT_THAT(events, ElementsAre(begin, end));
+    EXPECT_FALSE(Get().empty());
+    EXPECT_EQ(viewer->GetCursor({onGround.x - 30.0, onGround.y}), QorCursor::Hand)
+        << "with the rectangle drawn the ground can be dragged again";
+}
+
+TEST_F(Area, OfNothingButZerosIsNone) {
+    Begin(0, 0, 0, 0);
+    EXPECT_TRUE(Get().empty());
+}
+
+TEST_F(Area, TheEditGestureIsTheLeftButtons) {
+    Begin(100, 100, 200, 180);
+    QorMouseEvent right = Mouse(QorMouseEvent::Action::DoubleClick, 200, 120);
+    right.button = QorMouseEvent::Button::Right;
+    viewer->HandleMouse(right);
+    EXPECT_THAT(Get(), ElementsAre(100, 100, 200, 180));
+}
+
+TEST_F(Area, StaysInASmallerViewerAndComesBackWithTheLargerOne) {
+    Begin(10, 60, 390, 240);
+    viewer->UserResizeViewer(200, 200);
+    EXPECT_THAT(Get(), ElementsAre(0, 10, 200, 190)) << "as wide as the viewer";
+    EXPECT_THAT(events, ElementsAre(end));
+    viewer->UserResizeViewer(400, 300);
+    EXPECT_THAT(Get(), ElementsAre(10, 60, 390, 240));
+    EXPECT_THAT(events, ElementsAre(end, end));
+    viewer->UserResizeViewer(600, 400);
+    EXPECT_THAT(Get(), ElementsAre(110, 110, 490, 290)) << "around the same middle";
+    EXPECT_THAT(events, ElementsAre(end, end)) << "it has the same size";
+}
+
+TEST_F(Area, DimsAllOfTheViewerAroundItAfterAResize) {
+    Begin(100, 100, 200, 180);
+    viewer->UserResizeViewer(600, 500);
+    const auto* viewpoint =
+        dynamic_cast<Qor2DViewpoint*>(viewer->GetAddedViewpoints().front().Get());
+    const auto* shade =
+        dynamic_cast<Qor2DBagRep*>(viewpoint->GetRoot().GetChildren().front().Get());
+    const Qor2DBoundingBox box = shade->GetChildren().front()->GetBoundingBox();
+    EXPECT_NEAR(box.low.x, -300, 1.0e-3);
+    EXPECT_NEAR(box.high.y, 250, 1.0e-3);
+}
+
+TEST_F(Area, KeepsItsSmallMarksToItselfWhereThereIsNoRoom) {
+    const auto marks = [&] {
+        const auto* viewpoint =
+            dynamic_cast<Qor2DViewpoint*>(viewer->GetAddedViewpoints().front().Get());
+        return dynamic_cast<Qor2DBagRep*>(viewpoint->GetRoot().GetChildren().back().Get())
+            ->GetChildren()
+            .size();
+    };
+    Begin(100, 100, 200, 180);
+    EXPECT_EQ(marks(), 5U);
+    Begin(100, 100, 200, 130);
+    EXPECT_EQ(marks(), 2U) << "on the long edges";
+    Begin(100, 100, 120, 130);
+    EXPECT_EQ(marks(), 0U);
+}
+
 TEST_F(Area, SwitchedOnTwiceItKeepsItsRectangle) {
     Begin(100, 100, 200, 180);
     EXPECT_EQ(area->SetAreaMode(true), S_OK);

@@ -88,6 +88,18 @@ TEST_F(DisplayViewer, LiesOnWholePixelsAtOddSizes) {
     EXPECT_NEAR(pixel.y, 299.0, 1.0e-4);
 }
 
+TEST_F(DisplayViewer, StaysOverTheSceneItShowsAtAnotherSizeOfTheViewer) {
+    Draw();
+    viewer->UserResizeViewer(600, 600);
+    EXPECT_EQ(Picture()->GetSize(), (QorMathPoint2D{800, 600})) << "as high as the viewer";
+    EXPECT_EQ(Picture()->GetPosition(), (QorMathPoint2D{-400, -300})) << "around its middle";
+    Draw();
+    EXPECT_EQ(Picture()->GetSize(), (QorMathPoint2D{600, 600})) << "a new one covers it";
+    display->Clear();
+    viewer->UserResizeViewer(400, 300);
+    EXPECT_EQ(Picture(), nullptr);
+}
+
 TEST_F(DisplayViewer, KeepsAnAbortRequestUntilTheRenderEnds) {
     unsigned char abort = 1;
     EXPECT_FALSE(IsAborted());

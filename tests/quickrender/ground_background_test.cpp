@@ -105,6 +105,29 @@ TEST_F(Ground, ADragForthAndBackLeavesItWhereItWas) {
     EXPECT_NEAR(viewer->GetGround()->GetOrigin().z, 0.0, 1.0e-6);
 }
 
+TEST_F(Ground, FollowsTheMouseInThePartInWhichItWasTakenHoldOf) {
+    AddBox({-1, -1, 0}, {1, 1, 1});
+    viewer->GetMain3DViewpoint()->SetView({0, -20, 10}, {0, 0, 0}, {0, 0, 1});
+    viewer->SplitViewpoints(4);
+    ground->SetGroundOn(1);
+    const auto parts = viewer->Get3DViewpoints();
+    for (const QorVar<QorViewpoint>& one : parts) {
+        auto& part = dynamic_cast<Qor3DViewpoint&>(*one);
+        if (std::abs(part.GetSight().z) > 0.9)
+            continue; // from above nothing can move up
+        part.SetView({0, -20, 10}, {0, 0, 0}, {0, 0, 1});
+        QorMathPoint2D from;
+        QorMathPoint2D to;
+        const double before = viewer->GetGround()->GetOrigin().z;
+        part.Project({1.2, -1.3, before}, width, height, from);
+        part.Project({1.2, -1.3, before + 0.2}, width, height, to);
+        Drag(from.x, from.y, to.x, to.y);
+        // Measured in the plane across the sight, which stands at an angle to the vertical.
+        const double upright = 1.0 - part.GetSight().z * part.GetSight().z;
+        EXPECT_NEAR(viewer->GetGround()->GetOrigin().z, before + 0.2 * upright, 0.005);
+    }
+}
+
 TEST_F(Ground, GoesWithItsWindow) {
     AddBox({0, 0, 0}, {2, 2, 2});
     ground->SetGroundOn(1);

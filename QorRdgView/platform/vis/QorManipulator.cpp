@@ -109,6 +109,8 @@ bool QorManipulator::HandleMouse(const QorMouseEvent& iMouse,
         }
         return true;
     case Action::DoubleClick:
+        if (iMouse.button != QorMouseEvent::Button::Left)
+            return false;
         Send(edit, iMouse, iPath);
         return true;
     case Action::Wheel:
@@ -122,6 +124,11 @@ Qor2DManipulator::Qor2DManipulator(QorCommand* iFather,
                                    QorViewer* iViewer,
                                    Qor2DViewpoint* iViewpoint)
     : QorManipulator(iFather, iName, iViewer), viewpoint(iViewpoint) {}
+
+double Qor2DManipulator::GetDistance(const QorMathPoint2D& iPoint) const {
+    const QorMathPoint2D offset = iPoint - origin;
+    return std::max({0.0, std::abs(offset.x) - reach.x, std::abs(offset.y) - reach.y});
+}
 
 QorMathPoint2D Qor2DManipulator::PointUnder(const QorMouseEvent& iMouse) const {
     const QorSupport* support = GetViewer()->GetSupport();
@@ -145,7 +152,8 @@ Qor2DIndicator::Qor2DIndicator(QorCommand* iFather,
                                QorViewer* iViewer,
                                Qor2DViewpoint* iViewpoint)
     : Qor2DManipulator(iFather, iName, iViewer, iViewpoint) {
-    SetPickable(false); // it gets what nobody else takes, while it is the foreground one
+    SetPickable(false); // it gets what no handle takes, while it is the foreground one
+    SetCursor(QorCursor::Cross);
 }
 
 bool Qor2DIndicator::HandleMouse(const QorMouseEvent& iMouse,

@@ -162,12 +162,19 @@ class Qor2DManipulator : public QorManipulator {
     void SetOrigin(const QorMathPoint2D& iOrigin) { origin = iOrigin; }
 
     /// Picking finds the manipulator through this representation; without one, in a square around
-    /// its origin.
+    /// its origin and what is within its reach.
     void SetRep(Qor2DRep* iRep) { rep = iRep; }
 
     [[nodiscard]] Qor2DRep* GetRep() const { return rep; }
 
     [[nodiscard]] Qor2DViewpoint* GetViewpoint() const { return viewpoint; }
+
+    /// Half the sides, in model units, of a rectangle around the origin of which every point is as
+    /// good as the origin for picking; none at first. Gives a side to a handle that lies on it.
+    void SetReach(const QorMathPoint2D& iReach) { reach = iReach; }
+
+    /// How far, in model units, a point is from the reach: the larger of both ways.
+    [[nodiscard]] double GetDistance(const QorMathPoint2D& iPoint) const;
 
     /// Half a side of that square in device-independent pixels.
     static constexpr float hitRadius = 7.0F;
@@ -182,10 +189,12 @@ private:
     QorVar<Qor2DViewpoint> viewpoint;
     Qor2DRep_var rep;
     QorMathPoint2D origin;
+    QorMathPoint2D reach;
     QorMathPoint2D grip; ///< from the origin to where it was taken hold of
 };
 
-/// The tool of a viewer that takes every drag that no manipulator takes: drawing a rectangle.
+/// The tool of a viewer that takes every drag that no manipulator of the plane takes: drawing a
+/// rectangle.
 class Qor2DIndicator : public Qor2DManipulator {
     QorDeclareClass(Qor2DIndicator)
 

@@ -136,8 +136,7 @@ QorManipulator* QorViewer::PickPlane(const QorMathPoint2D& iPixel, QorPickPath& 
             if (path.empty())
                 continue;
         }
-        const QorMathPoint2D offset = point - flat->GetOrigin();
-        const double distance = std::max(std::abs(offset.x), std::abs(offset.y)) / modelUnit;
+        const double distance = flat->GetDistance(point) / modelUnit;
         if (flat->GetRep() == nullptr &&
             distance > static_cast<double>(Qor2DManipulator::hitRadius) * ratio)
             continue;
@@ -154,6 +153,8 @@ QorManipulator* QorViewer::PickPlane(const QorMathPoint2D& iPixel, QorPickPath& 
 QorManipulator* QorViewer::PickManipulator(const QorMathPoint2D& iPixel, QorPickPath& oPath) const {
     if (QorManipulator* flat = PickPlane(iPixel, oPath))
         return flat;
+    if (indicator != nullptr)
+        return indicator;
     oPath = PickSpace(iPixel);
     for (QorManipulator* manipulator : manipulators) {
         const auto* solid = dynamic_cast<Qor3DManipulator*>(manipulator);
@@ -174,14 +175,12 @@ QorManipulator* QorViewer::PickManipulator(const QorMathPoint2D& iPixel, QorPick
 }
 
 QorCursor QorViewer::GetCursor(const QorMathPoint2D& iPixel) const {
-    if (grabbed != nullptr && grabbed != indicator)
+    if (grabbed != nullptr)
         return grabbed->GetCursor();
     // Most viewers have no manipulators, and looking for what is hit in space takes its time.
     QorPickPath path;
     const QorManipulator* under = manipulators.empty() ? nullptr : PickManipulator(iPixel, path);
-    if (under != nullptr && grabbed == nullptr && !under->TakesRest())
-        return under->GetCursor();
-    return indicator != nullptr ? QorCursor::Cross : QorCursor::Arrow;
+    return under != nullptr && !under->TakesRest() ? under->GetCursor() : QorCursor::Arrow;
 }
 
 bool QorViewer::HandleMouse(const QorMouseEvent& iMouse) {
@@ -189,8 +188,6 @@ bool QorViewer::HandleMouse(const QorMouseEvent& iMouse) {
     const bool grabs = IsPress(iMouse) && grabbed == nullptr;
     if (grabs) {
         grabbed = PickManipulator(iMouse.pixel, grabbedPath);
-        if (grabbed == nullptr)
-            grabbed = indicator;
         grabbedBy = iMouse.button;
     }
     if (grabbed == nullptr)

@@ -65,7 +65,8 @@ class QorViewer
     /// Grows with every Draw; for tests and for hosts that compare.
     [[nodiscard]] unsigned long GetDrawCount() const { return drawCount; }
 
-    /// The tool that takes drags no manipulator takes; null for the viewer's own navigation.
+    /// The tool that takes the drags that begin on no manipulator of the plane, whatever can be
+    /// dragged in space; null for the viewer's own navigation.
     [[nodiscard]] Qor2DIndicator* GetForegroundIndicator() const { return indicator; }
 
     void SetForegroundIndicator(Qor2DIndicator* iIndicator) { indicator = iIndicator; }
@@ -74,12 +75,12 @@ class QorViewer
         return manipulators;
     }
 
-    /// The pointer over a pixel: that of the manipulator that is dragged or would be, else a cross
-    /// where the indicator draws, else the arrow.
+    /// The pointer over a pixel: that of the manipulator or indicator that is dragged or would be,
+    /// else the arrow.
     [[nodiscard]] QorCursor GetCursor(const QorMathPoint2D& iPixel) const;
 
-    /// A person's mouse: manipulators first, then the indicator, then navigation. Whether the event
-    /// was used.
+    /// A person's mouse: manipulators of the plane first, then the indicator, then manipulators in
+    /// space, then navigation. Whether the event was used.
     virtual bool HandleMouse(const QorMouseEvent& iMouse);
     /// A host or person has given the viewer another size, in device pixels.
     virtual void UserResizeViewer(float iWidth, float iHeight);
@@ -98,7 +99,8 @@ protected:
     /// What the viewer itself does with a mouse that nobody took.
     virtual bool Navigate(const QorMouseEvent& /*iMouse*/) { return false; }
 
-    /// The manipulator under the pixel with the path to what was hit; null for none.
+    /// The manipulator or indicator that takes a drag from the pixel, with the path to what was
+    /// hit; null for none.
     [[nodiscard]] QorManipulator* PickManipulator(const QorMathPoint2D& iPixel,
                                                   QorPickPath& oPath) const;
 
