@@ -1,8 +1,10 @@
-// A dragged overlay and a new picture of the viewer's size beside a repaint in which nothing has
-// changed.
+// A dragged handle of the area and a new picture of the viewer's size beside a repaint in which
+// nothing has changed.
 #include "benchmarks/desktop/BenchmarkDesktop.h"
+#include "platform/engine/QorIRdgViewerParts.h"
 #include "platform/system/QorApplication.h"
 #include "platform/vis/QorNavigation3DViewer.h"
+#include "quickrender/QorRdgViewerAdapters.h"
 
 #include <benchmark/benchmark.h>
 
@@ -50,26 +52,38 @@ void repaintNothingNew(benchmark::State& state) {
         scene.repaint();
 }
 
-void repaintADraggedRectangle(benchmark::State& state) {
+QorMouseEvent mouse(QorMouseEvent::Action action, double x, double y) {
+    QorMouseEvent event;
+    event.action = action;
+    event.button = QorMouseEvent::Button::Left;
+    event.pixel = {x, y};
+    return event;
+}
+
+/// A person drags the upper right corner of the area of a quick render to and fro.
+void repaintADraggedHandle(benchmark::State& state) {
     Scene scene;
-    auto shade = QorMake<Qor2DCustomRep>();
-    scene.overlay->AddRep(shade.Get());
-    auto edge = QorMake<Qor2DLineRep>(std::vector<QorMathPoint2D>());
-    edge->SetAttributes({.color = {255, 255, 255, 255}});
-    scene.overlay->AddRep(edge.Get());
-    double x = 0.0;
+    QorRegisterViewerAdapters();
+    QorNavigation3DViewer& viewer = scene.window.viewer();
+    const auto area = QorQuery<QorIRdgArea>(&viewer);
+    area->SetAreaMode(true);
+    float shownWidth = 0.0F;
+    float shownHeight = 0.0F;
+    viewer.GetGraphicSize(shownWidth, shownHeight);
+    const double x = 0.75 * static_cast<double>(shownWidth);
+    const double y = 0.25 * static_cast<double>(shownHeight);
+    area->SetArea(static_cast<int>(0.25F * shownWidth), static_cast<int>(0.25F * shownHeight),
+                  static_cast<int>(x), static_cast<int>(static_cast<double>(shownHeight) - y));
+    scene.repaint();
+    viewer.HandleMouse(mouse(QorMouseEvent::Action::Press, x, y));
+    double way = 0.0;
     for (auto _ : state) {
-        x = x > 300.0 ? 0.0 : x + 1.0;
-        edge->SetPoints({{-x, -x}, {x, -x}, {x, x}, {-x, x}, {-x, -x}});
-        auto dimmed = QorMake<Qor2DCustomRep>();
-        dimmed->AddPrimitive(
-            Qor2DQuadStripGP{{{{{-900.0, -500.0}, {-x, -500.0}, {-x, 500.0}, {-900.0, 500.0}}}}});
-        dimmed->SetAttributes({.color = {0, 0, 0, 70}});
-        scene.overlay->RemoveRep(shade.Get());
-        scene.overlay->AddRep(dimmed.Get());
-        shade = dimmed;
-        scene.repaint();
+        way = way > 200.0 ? 0.0 : way + 1.0;
+        viewer.HandleMouse(mouse(QorMouseEvent::Action::Move, x + way, y - 0.5 * way));
+        BenchmarkDesktop::get().application().UpdateDisplay();
     }
+    viewer.HandleMouse(mouse(QorMouseEvent::Action::Release, x, y));
+    area->SetAreaMode(false);
 }
 
 void showANewPicture(benchmark::State& state) {
@@ -89,7 +103,7 @@ void showANewPicture(benchmark::State& state) {
 }
 
 BENCHMARK(repaintNothingNew)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
-BENCHMARK(repaintADraggedRectangle)
+BENCHMARK(repaintADraggedHandle)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime()
     ->UseRealTime();

@@ -53,6 +53,8 @@ std::function<void()> Desktop::displayUpdater() {
 void Desktop::prepareApplication() {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    // What several windows show lies once in the memory of the graphics card.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QCoreApplication::setApplicationName(QStringLiteral("qorworkbench"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("QorWorkbench"));
     QGuiApplication::setDesktopFileName(QStringLiteral("qorworkbench"));

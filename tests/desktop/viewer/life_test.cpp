@@ -160,6 +160,61 @@ TEST_F(ViewerLife, InstancesAreOneMeshAndOneDrawCall) {
     EXPECT_EQ(surface().composer()->space().meshes().uploads(), before + 1);
 }
 
+/// A second window on the same product.
+class SecondWindow {
+public:
+    SecondWindow()
+        : window_(new QorDlgDialog(nullptr, "second", QorDlgWndOK))
+        , viewer_(
+              new QorNavigation3DViewer(window_, "viewer", QorDlgDefaultStyle, 320.0F, 240.0F)) {
+        window_->Attach4Sides(viewer_);
+        window_->SetVisibility(QorDlgSHOW);
+    }
+
+    [[nodiscard]] QorNavigation3DViewer& viewer() { return *viewer_; }
+
+    void close() { window_->RequestDelayedDestruction(); }
+
+    [[nodiscard]] const MeshCache& meshes() const {
+        return dynamic_cast<SpaceViewerPeer*>(viewer_->GetPeer())
+            ->surface()
+            ->composer()
+            ->space()
+            .meshes();
+    }
+
+private:
+    QorDlgDialog* window_;
+    QorNavigation3DViewer* viewer_;
+};
+
+TEST_F(ViewerLife, TwoWindowsOnOneProductUploadItsMeshesOnce) {
+    auto* space = showSpace();
+    space->SetEdgesShown(false);
+    SecondWindow second;
+    settle();
+    picture();
+    const MeshCache& meshes = surface().composer()->space().meshes();
+    const std::size_t before = meshes.uploads();
+    const auto material = plainMaterial(0.0F, 1.0F, 0.0F);
+    material->unlit = true;
+    const auto box = boxRep(material.Get());
+    second.viewer().AddRep(box.Get());
+    settle();
+    EXPECT_EQ(meshes.uploads(), before + 1);
+    EXPECT_EQ(&second.meshes(), &meshes);
+    space->AddRep(box.Get());
+    space->Draw();
+    EXPECT_EQ(middle(), QColor(0, 255, 0)) << "with the other window's buffers";
+    EXPECT_EQ(meshes.uploads(), before + 1);
+    second.close();
+    settle();
+    space->GetMain3DViewpoint()->SetView({0.0, -400.0, 0.0}, {}, {0.0, 0.0, 1.0});
+    space->Draw();
+    EXPECT_EQ(middle(), QColor(0, 255, 0)) << "whoever uploaded them is gone";
+    EXPECT_EQ(meshes.uploads(), before + 1);
+}
+
 TEST_F(ViewerLife, TheViewerMayGoBeforeItsPeer) {
     auto* space = showSpace();
     space->AddRep(boxRep(plainMaterial(1, 1, 1).Get()).Get());

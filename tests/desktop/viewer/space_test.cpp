@@ -283,6 +283,58 @@ TEST_F(SpaceViewer, DarkensTheGroundWhereTheShadowFalls) {
     EXPECT_EQ(greyAt({16, 0, -8}), 255);
 }
 
+TEST_F(SpaceViewer, MirrorsInTheGroundWhatStandsOnIt) {
+    auto* space = showSpace();
+    space->GetMain3DViewpoint()->SetView({0, -500, 200}, {}, {0.0, 0.0, 1.0});
+    space->SetEdgesShown(false);
+    const auto red = plainMaterial(1.0F, 0.0F, 0.0F);
+    const auto green = plainMaterial(0.0F, 1.0F, 0.0F);
+    red->unlit = green->unlit = true;
+    space->AddRep(boxRep(red.Get(), {8, 8, 8}));
+    auto below = QorMake<Qor3DBagRep>();
+    below->SetMatrix(QorMathTransformation::Translation({25.0, 0.0, -20.0}));
+    below->AddChild(boxRep(green.Get(), {5, 5, 5}).Get());
+    space->AddRep(below.Get());
+    const auto ground =
+        QorMake<QorRsc3DGroundRep>(QorMathPoint{0, 0, -8}, QorMathVector{0, 0, 1}, 200.0);
+    ground->SetTransparency(1.0F);
+    space->SetGround(ground.Get());
+    const QorMathPoint image{0, -8, -12}; // of a point on the front
+    const auto colorAt = [&](const QorMathPoint& point) {
+        const QImage shown = picture();
+        return shown.pixelColor(pixelOf(point, shown));
+    };
+    space->Draw();
+    EXPECT_LT(colorAt(image).red(), 5) << "a ground that mirrors nothing";
+    ground->SetReflectivity(0.5F);
+    space->Draw();
+    EXPECT_NEAR(colorAt(image).red(), 128, 12);
+    EXPECT_LT(colorAt(image).green(), 5);
+    EXPECT_LT(colorAt({60, -8, -12}).red(), 5) << "nothing is mirrored here";
+    EXPECT_LT(colorAt({25, -5, 4}).green(), 5) << "what lies below is not mirrored";
+    space->GetMain3DViewpoint()->SetView({0, -500, -200}, {}, {0.0, 0.0, 1.0});
+    space->Draw();
+    EXPECT_LT(colorAt({0, 0, -24}).red(), 5) << "from below it is no mirror";
+}
+
+TEST_F(SpaceViewer, ShowsTheShadowOfALowLightBeyondTheGroundsOwnSize) {
+    auto* space = showSpace();
+    space->SetBackgroundColor({255, 255, 255, 255});
+    space->GetMain3DViewpoint()->SetView({0, -500, 500}, {}, {0.0, 0.0, 1.0});
+    space->SetLightSourceReps(mattLight({1.0, 0.0, -0.5}, 0.7F), nullptr);
+    space->AddRep(boxRep(plainMaterial(0.8F, 0.8F, 0.8F).Get(), {8, 8, 8}));
+    const auto ground =
+        QorMake<QorRsc3DGroundRep>(QorMathPoint{0, 0, -8}, QorMathVector{0, 0, 1}, 24.0);
+    ground->SetTransparency(1.0F);
+    space->SetGround(ground.Get());
+    space->Draw();
+    const QImage image = picture();
+    const int near = image.pixelColor(pixelOf({14, 0, -8}, image)).green();
+    EXPECT_LT(near, 200);
+    EXPECT_EQ(image.pixelColor(pixelOf({-14, 0, -8}, image)).green(), 255);
+    EXPECT_GE(image.pixelColor(pixelOf({29, 0, -8}, image)).green(), 252) << "where it has faded";
+}
+
 } // namespace
 
 } // namespace qor::desktop::tests

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QOpenGLContext>
 #include <QOpenGLExtraFunctions>
 
+#include <map>
+#include <memory>
 #include <utility>
 
 namespace qor::desktop {
@@ -9,21 +12,36 @@ namespace qor::desktop {
 /// The functions of the context that is current. OpenGL 3.3 core uses none beyond these.
 using Gl = QOpenGLExtraFunctions;
 
+[[nodiscard]] inline Gl& currentGl() {
+    return *QOpenGLContext::currentContext()->extraFunctions();
+}
+
+/// The one \p Cache of all contexts that share their objects with the current one; it goes with the
+/// last who holds it.
+template <class Cache>
+[[nodiscard]] std::shared_ptr<Cache> sharedByContexts() {
+    static std::map<const QOpenGLContextGroup*, std::weak_ptr<Cache>> caches;
+    std::weak_ptr<Cache>& known = caches[QOpenGLContextGroup::currentContextGroup()];
+    std::shared_ptr<Cache> cache = known.lock();
+    if (!cache)
+        known = cache = std::make_shared<Cache>();
+    return cache;
+}
+
 /// A name that OpenGL gave, taken back with its owner. The context that it came from is current
-/// then.
+/// then, or for buffers and textures one that shares its objects.
 template <class Kind>
 class GlName {
 public:
     GlName() = default;
 
-    explicit GlName(Gl& gl) : gl_(&gl) { Kind::make(gl, name_); }
+    explicit GlName(Gl& gl) { Kind::make(gl, name_); }
 
     ~GlName() { reset(); }
 
-    GlName(GlName&& other) noexcept : gl_(other.gl_), name_(std::exchange(other.name_, 0)) {}
+    GlName(GlName&& other) noexcept : name_(std::exchange(other.name_, 0)) {}
 
     GlName& operator=(GlName&& other) noexcept {
-        std::swap(gl_, other.gl_);
         std::swap(name_, other.name_);
         return *this;
     }
@@ -38,12 +56,11 @@ public:
 
     void reset() {
         if (name_ != 0)
-            Kind::unmake(*gl_, name_);
+            Kind::unmake(currentGl(), name_);
         name_ = 0;
     }
 
 private:
-    Gl* gl_ = nullptr;
     GLuint name_ = 0;
 };
 

@@ -11,8 +11,9 @@ namespace {
 
 constexpr int shadowSize = 1024;
 constexpr int contactSize = 256;
-constexpr double reach = 0.22; // of the product's size: how high above the ground darkens it
-constexpr float fall = 5.0F;   // of that darkness, over the reach
+constexpr double groundReach = 2.5; // sizes of the ground, as the engine has it
+constexpr double reach = 0.22;      // of the product's size: how high above the ground darkens it
+constexpr float fall = 5.0F;        // of that darkness, over the reach
 
 /// Half sizes of a box around \p box in the axes of \p frame, and its middle.
 struct Extent {
@@ -95,8 +96,9 @@ void GroundPainter::prepare(const QorRsc3DGroundRep& ground,
     plane_.origin = ground.GetOrigin();
     plane_.frame = QorMathTransformation::FromZTo(up);
     plane_.frame.origin = ground.GetOrigin() - scene.origin();
-    plane_.halfSize = 0.5 * ground.GetSize();
+    plane_.halfSize = 0.5 * ground.GetSize() * groundReach;
     plane_.transparency = ground.GetTransparency();
+    plane_.reflectivity = ground.GetReflectivity();
     hasShadow_ = lighting.hasShadow() && lighting.shadowDirection() * up < -0.02;
 
     std::vector<double> wanted{static_cast<double>(change),
@@ -117,6 +119,33 @@ void GroundPainter::prepare(const QorRsc3DGroundRep& ground,
     if (hasShadow_)
         drawShadow(scene, lighting.shadowDirection());
     drawContact(scene);
+}
+
+Qor3DBoundingBox GroundPainter::boxOf(const QorRsc3DGroundRep& ground) {
+    const Qor3DBoundingBox own = ground.GetBoundingBox();
+    if (own.IsEmpty())
+        return own;
+    const QorMathPoint middle = own.Center();
+    Qor3DBoundingBox box;
+    box.Add(middle + (own.low - middle) * groundReach);
+    box.Add(middle + (own.high - middle) * groundReach);
+    return box;
+}
+
+void GroundPainter::prepareMirror(const Qor3DViewpoint& viewpoint,
+                                  const QRect& viewport,
+                                  const SceneBuffers& scene,
+                                  const SurfacePainter::View& view) {
+    hasMirror_ = plane_.reflectivity > 0.0F && !scene.box().IsEmpty() && !viewport.isEmpty();
+    if (!hasMirror_) {
+        mirror_.reset();
+        return;
+    }
+    if (!mirror_)
+        mirror_ = std::make_unique<GroundMirror>(gl_, surfaces_);
+    corner_ = {static_cast<float>(viewport.x()), static_cast<float>(viewport.y())};
+    hasMirror_ = mirror_->draw(viewpoint, viewport.size(),
+                               {plane_.frame.origin, plane_.frame.axes[2]}, scene, view);
 }
 
 /// The product as the light sees it, in the light's own rectangle around it.
@@ -204,6 +233,11 @@ void GroundPainter::draw(const SceneBuffers& scene, const SurfacePainter::View& 
     ground_.set("contactMatrix", contactMatrix_);
     ground_.set("shadowMap", 0);
     ground_.set("contactMap", 1);
+    ground_.set("mirrorMap", 2);
+    ground_.set("reflectivity", hasMirror_ ? plane_.reflectivity : 0.0F);
+    ground_.set("corner", corner_);
+    gl_.glActiveTexture(GL_TEXTURE2);
+    gl_.glBindTexture(GL_TEXTURE_2D, hasMirror_ ? mirror_->texture() : contact_.texture.name());
     gl_.glActiveTexture(GL_TEXTURE1);
     gl_.glBindTexture(GL_TEXTURE_2D, contact_.texture.name());
     gl_.glActiveTexture(GL_TEXTURE0);

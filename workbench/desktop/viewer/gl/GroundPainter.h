@@ -1,6 +1,8 @@
 #pragma once
 
-#include "workbench/desktop/viewer/gl/SurfacePainter.h"
+#include "workbench/desktop/viewer/gl/GroundMirror.h"
+
+#include <QRect>
 
 class QorRsc3DGroundRep;
 
@@ -14,12 +16,25 @@ class GroundPainter {
 public:
     GroundPainter(Gl& gl, SurfacePainter& surfaces);
 
+    /// What is drawn of a ground: as in renders it reaches farther than the ground itself, for the
+    /// shadows of low lights, and fades on the way.
+    [[nodiscard]] static Qor3DBoundingBox boxOf(const QorRsc3DGroundRep& ground);
+
     /// Draws the shadows if they need it, into framebuffers of its own; the caller binds his
     /// afterwards. \p change is a number that changes with the scene.
     void prepare(const QorRsc3DGroundRep& ground,
                  const SceneBuffers& scene,
                  const Lighting& lighting,
                  std::uint64_t change);
+
+    /// Draws what the ground mirrors, if it mirrors anything, into a framebuffer of its own. After
+    /// `prepare`, for every camera.
+    void prepareMirror(const Qor3DViewpoint& viewpoint,
+                       const QRect& viewport,
+                       const SceneBuffers& scene,
+                       const SurfacePainter::View& view);
+
+    void leaveOutMirror() { hasMirror_ = false; }
 
     /// Draws the ground that was prepared, after all that is solid.
     void draw(const SceneBuffers& scene, const SurfacePainter::View& view);
@@ -35,6 +50,7 @@ private:
         QorMathTransformation frame; ///< the third axis upwards, relative to the scene's origin
         double halfSize = 0.0;
         float transparency = 0.0F;
+        float reflectivity = 0.0F;
     };
 
     [[nodiscard]] Target makeDepthTarget(int size) const;
@@ -57,6 +73,9 @@ private:
     Matrix4 shadowMatrix_{};
     Matrix4 contactMatrix_{};
     bool hasShadow_ = false;
+    std::unique_ptr<GroundMirror> mirror_;
+    bool hasMirror_ = false;
+    Float2 corner_{};
     std::vector<double> drawnFor_;
 };
 

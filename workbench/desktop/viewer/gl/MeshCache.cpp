@@ -44,32 +44,34 @@ std::shared_ptr<const GpuMesh> MeshCache::get(const QorMesh& mesh) {
 
 void MeshCache::upload(const QorMesh& mesh, GpuMesh& gpu) {
     const QorMesh::Data& data = mesh.GetData();
+    Gl& gl = currentGl();
     ++uploads_;
-    gpu.vertices = GlBuffer(gl_);
-    gpu.indices = GlBuffer(gl_);
-    gl_.glBindVertexArray(0); // the index buffer below is nobody's yet
-    gl_.glBindBuffer(GL_ARRAY_BUFFER, gpu.vertices.name());
-    gl_.glBufferData(GL_ARRAY_BUFFER,
-                     bytesOf(data.positions) + bytesOf(data.normals) + bytesOf(data.textureUv) +
-                         bytesOf(data.textureUv2) + bytesOf(data.colors),
-                     nullptr, GL_STATIC_DRAW);
+    gpu.vertices = GlBuffer(gl);
+    gpu.indices = GlBuffer(gl);
+    gl.glBindVertexArray(0); // the index buffer below is nobody's yet
+    gl.glBindBuffer(GL_ARRAY_BUFFER, gpu.vertices.name());
+    gl.glBufferData(GL_ARRAY_BUFFER,
+                    bytesOf(data.positions) + bytesOf(data.normals) + bytesOf(data.textureUv) +
+                        bytesOf(data.textureUv2) + bytesOf(data.colors),
+                    nullptr, GL_STATIC_DRAW);
     GLsizeiptr end = 0;
-    append(gl_, GL_ARRAY_BUFFER, data.positions, end);
-    gpu.normals = append(gl_, GL_ARRAY_BUFFER, data.normals, end);
-    gpu.uv0 = append(gl_, GL_ARRAY_BUFFER, data.textureUv, end);
-    gpu.uv1 = append(gl_, GL_ARRAY_BUFFER, data.textureUv2, end);
-    gpu.colors = append(gl_, GL_ARRAY_BUFFER, data.colors, end);
+    append(gl, GL_ARRAY_BUFFER, data.positions, end);
+    gpu.normals = append(gl, GL_ARRAY_BUFFER, data.normals, end);
+    gpu.uv0 = append(gl, GL_ARRAY_BUFFER, data.textureUv, end);
+    gpu.uv1 = append(gl, GL_ARRAY_BUFFER, data.textureUv2, end);
+    gpu.colors = append(gl, GL_ARRAY_BUFFER, data.colors, end);
 
-    gl_.glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, gpu.indices.name());
-    gl_.glBufferData(GL_ELEMENT_ARRAY_BUFFER, bytesOf(data.indices) + bytesOf(data.edges), nullptr,
-                     GL_STATIC_DRAW);
+    gl.glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, gpu.indices.name());
+    gl.glBufferData(GL_ELEMENT_ARRAY_BUFFER, bytesOf(data.indices) + bytesOf(data.edges), nullptr,
+                    GL_STATIC_DRAW);
     end = 0;
-    append(gl_, GL_ELEMENT_ARRAY_BUFFER, data.indices, end);
+    append(gl, GL_ELEMENT_ARRAY_BUFFER, data.indices, end);
     gpu.edgeOffset = static_cast<std::size_t>(end);
-    append(gl_, GL_ELEMENT_ARRAY_BUFFER, data.edges, end);
+    append(gl, GL_ELEMENT_ARRAY_BUFFER, data.edges, end);
     gpu.triangleIndices = static_cast<GLsizei>(data.indices.size());
     gpu.edgeIndices = static_cast<GLsizei>(data.edges.size());
     gpu.edgeSpacing = spacingOf(mesh);
+    gl.glFlush(); // for the other contexts
 }
 
 } // namespace qor::desktop

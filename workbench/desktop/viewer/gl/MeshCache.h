@@ -25,11 +25,10 @@ struct GpuMesh {
 };
 
 /// The meshes that are drawn, by their content: each is uploaded once, straight from its own
-/// memory, however many instances and viewpoints show it, and goes with the last who draws it.
+/// memory, however many instances, viewpoints and windows show it, and goes with the last who draws
+/// it. One cache serves all contexts that share their objects; one of them is current.
 class MeshCache {
 public:
-    explicit MeshCache(Gl& gl) : gl_(gl) {}
-
     [[nodiscard]] std::shared_ptr<const GpuMesh> get(const QorMesh& mesh);
 
     [[nodiscard]] std::size_t uploads() const { return uploads_; }
@@ -37,7 +36,6 @@ public:
 private:
     void upload(const QorMesh& mesh, GpuMesh& gpu);
 
-    Gl& gl_;
     std::unordered_map<std::uint64_t, std::weak_ptr<const GpuMesh>> meshes_;
     std::size_t uploads_ = 0;
 };

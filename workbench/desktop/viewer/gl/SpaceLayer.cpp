@@ -37,7 +37,7 @@ void addView(std::vector<SpaceView>& views, const QorViewpoint* viewpoint, const
 Qor3DBoundingBox contentBox(const SceneBuffers& scene, const QorRsc3DGroundRep* ground) {
     Qor3DBoundingBox box = scene.box();
     if (ground != nullptr)
-        box.Add(ground->GetBoundingBox());
+        box.Add(GroundPainter::boxOf(*ground));
     return box;
 }
 
@@ -77,10 +77,10 @@ bool hasAxisCross(const Qor3DViewer& viewer, const QSize& size, float pixelRatio
 
 SpaceLayer::SpaceLayer(Gl& gl)
     : gl_(gl)
-    , meshes_(gl)
-    , textures_(gl)
+    , meshes_(sharedByContexts<MeshCache>())
+    , textures_(sharedByContexts<TextureCache>())
     , surfaces_(gl)
-    , cross_(gl, meshes_, textures_)
+    , cross_(gl, *meshes_, *textures_)
     , target_(gl)
     , software_(isSoftware(gl)) {}
 
@@ -88,7 +88,7 @@ SpaceLayer::Frame SpaceLayer::prepare(Qor3DViewer& viewer,
                                       const SpaceView& view,
                                       State& state,
                                       const ViewerLook& look) {
-    state.scene.update(view.viewpoint->GetRoot(), meshes_, textures_, look.highlightColor());
+    state.scene.update(view.viewpoint->GetRoot(), *meshes_, *textures_, look.highlightColor());
     const QorRsc3DGroundRep* ground = viewer.GetGround();
     if (ground == nullptr || !ground->IsShown())
         ground = state.scene.ground();
@@ -111,7 +111,8 @@ void SpaceLayer::describe(const Frame& frame, std::vector<double>& description) 
     const QorMathVector& up = frame.ground->GetVertical();
     append(description,
            std::array{origin.x, origin.y, origin.z, up.x, up.y, up.z, frame.ground->GetSize(),
-                      static_cast<double>(frame.ground->GetTransparency())});
+                      static_cast<double>(frame.ground->GetTransparency()),
+                      static_cast<double>(frame.ground->GetReflectivity())});
 }
 
 bool SpaceLayer::update(Qor3DViewer& viewer, const QSize& size, const ViewerLook& look) {
@@ -139,7 +140,7 @@ bool SpaceLayer::update(Qor3DViewer& viewer, const QSize& size, const ViewerLook
     drawnLook_ = look;
     ++draws_;
     for (const Frame& frame : frames)
-        prepareGround(frame);
+        prepareGround(frame, look);
     target_.resize(size, !quick);
     target_.begin();
     gl_.glEnable(GL_DEPTH_TEST);
@@ -155,15 +156,20 @@ bool SpaceLayer::update(Qor3DViewer& viewer, const QSize& size, const ViewerLook
     return true;
 }
 
-void SpaceLayer::prepareGround(const Frame& frame) {
+void SpaceLayer::prepareGround(const Frame& frame, const ViewerLook& look) {
     if (frame.ground == nullptr) {
         frame.state->ground.reset();
         return;
     }
     if (!frame.state->ground)
         frame.state->ground = std::make_unique<GroundPainter>(gl_, surfaces_);
-    frame.state->ground->prepare(*frame.ground, frame.state->scene, frame.lighting,
-                                 frame.state->scene.builds());
+    const SceneBuffers& scene = frame.state->scene;
+    frame.state->ground->prepare(*frame.ground, scene, frame.lighting, scene.builds());
+    if (quick_)
+        frame.state->ground->leaveOutMirror(); // as much work again as the product
+    else
+        frame.state->ground->prepareMirror(*frame.view.viewpoint, frame.view.viewport, scene,
+                                           {frame.camera, frame.lighting, look});
 }
 
 void SpaceLayer::draw(const Frame& frame, const ViewerLook& look) {

@@ -40,7 +40,7 @@ public:
     /// How often it was drawn; for tests and measuring.
     [[nodiscard]] std::size_t draws() const { return draws_; }
 
-    [[nodiscard]] const MeshCache& meshes() const { return meshes_; }
+    [[nodiscard]] const MeshCache& meshes() const { return *meshes_; }
 
 private:
     /// What is kept of a view from one time to the next.
@@ -62,13 +62,13 @@ private:
 
     [[nodiscard]] Frame
     prepare(Qor3DViewer& viewer, const SpaceView& view, State& state, const ViewerLook& look);
-    void prepareGround(const Frame& frame);
+    void prepareGround(const Frame& frame, const ViewerLook& look);
     void draw(const Frame& frame, const ViewerLook& look);
     static void describe(const Frame& frame, std::vector<double>& description);
 
     Gl& gl_;
-    MeshCache meshes_;
-    TextureCache textures_;
+    std::shared_ptr<MeshCache> meshes_; ///< of all windows, as the textures
+    std::shared_ptr<TextureCache> textures_;
     SurfacePainter surfaces_;
     AxisCross cross_;
     RenderTarget target_;

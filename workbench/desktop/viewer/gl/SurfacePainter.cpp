@@ -43,6 +43,7 @@ void SurfacePainter::begin(GlProgram& program, const SceneBuffers& scene, const 
     program.use();
     program.set("viewProjection", view.camera.viewProjection);
     program.set("eye", view.camera.eye);
+    program.set("clip", view.clip);
     program.set("highlightColor", linearOf(view.look.highlight));
     view.lighting.apply(program, scene.origin());
 }

@@ -19,6 +19,7 @@ public:
         const Camera& camera;
         const Lighting& lighting;
         const ViewerLook& look;
+        Float4 clip{}; ///< a plane; with GL_CLIP_DISTANCE0 on, what lies behind it is left out
     };
 
     void drawSolid(const SceneBuffers& scene, const View& view);

@@ -11,10 +11,11 @@ std::shared_ptr<const GpuTexture> TextureCache::get(const QorPixelImage& image, 
         if (auto known = found->second.lock())
             return known;
     std::erase_if(textures_, [](const auto& one) { return one.second.expired(); });
+    Gl& gl = currentGl();
     auto texture = std::make_shared<GpuTexture>();
-    texture->texture = GlTexture(gl_);
+    texture->texture = GlTexture(gl);
     texture->hasAlpha = image.GetChannels() == 4;
-    gl_.glBindTexture(GL_TEXTURE_2D, texture->texture.name());
+    gl.glBindTexture(GL_TEXTURE_2D, texture->texture.name());
     upload(image, use);
     textures_[key] = texture;
     return texture;
@@ -26,17 +27,19 @@ void TextureCache::upload(const QorPixelImage& image, Use use) {
     const GLint rgb = coded ? GL_SRGB8 : GL_RGB8;
     const GLint rgba = coded ? GL_SRGB8_ALPHA8 : GL_RGBA8;
     constexpr GLint usualAlignment = 4;
+    Gl& gl = currentGl();
     ++uploads_;
-    gl_.glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    gl_.glTexImage2D(GL_TEXTURE_2D, 0, hasAlpha ? rgba : rgb, image.GetWidth(), image.GetHeight(),
-                     0, hasAlpha ? GL_RGBA : GL_RGB, GL_UNSIGNED_BYTE, image.GetPixels()->data());
-    gl_.glPixelStorei(GL_UNPACK_ALIGNMENT, usualAlignment);
+    gl.glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    gl.glTexImage2D(GL_TEXTURE_2D, 0, hasAlpha ? rgba : rgb, image.GetWidth(), image.GetHeight(), 0,
+                    hasAlpha ? GL_RGBA : GL_RGB, GL_UNSIGNED_BYTE, image.GetPixels()->data());
+    gl.glPixelStorei(GL_UNPACK_ALIGNMENT, usualAlignment);
     if (use != Use::Shown)
-        gl_.glGenerateMipmap(GL_TEXTURE_2D);
-    gl_.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER,
-                        use == Use::Shown ? GL_LINEAR : GL_LINEAR_MIPMAP_LINEAR);
-    gl_.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-    gl_.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+        gl.glGenerateMipmap(GL_TEXTURE_2D);
+    gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER,
+                       use == Use::Shown ? GL_LINEAR : GL_LINEAR_MIPMAP_LINEAR);
+    gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    gl.glFlush(); // for the other contexts
 }
 
 } // namespace qor::desktop

@@ -35,7 +35,6 @@ bool shrinks(const PlacedPicture& picture) {
 ViewerComposer::ViewerComposer(Gl& gl)
     : gl_(gl)
     , space_(gl)
-    , pictures_(gl)
     , backdrop_(gl, {"full.vert", {"backdrop.frag"}})
     , layer_(gl, {"full.vert", {"layer.frag"}})
     , image_(gl, {"image.vert", {"image.frag"}})

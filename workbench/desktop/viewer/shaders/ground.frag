@@ -13,6 +13,9 @@ uniform sampler2DShadow shadowMap;
 uniform mat4 contactMatrix;
 uniform bool hasContact;
 uniform sampler2D contactMap;
+uniform float reflectivity; // 0: nothing is mirrored
+uniform vec2 corner;        // of the viewport, pixels
+uniform sampler2D mirrorMap; // what is mirrored at each pixel of the viewport, premultiplied
 
 out vec4 pixel;
 
@@ -44,7 +47,7 @@ float contact() {
 
 void main() {
     float distance = length(at);
-    float fade = 1.0 - smoothstep(0.35, 1.0, distance);
+    float fade = 1.0 - smoothstep(0.4, 1.0, distance);
     vec3 back = eye.xyz - atPosition * eye.w;
     float side = dot(back, normal) > 0.0 ? 1.0 : below;
     float arriving = lit();
@@ -63,5 +66,8 @@ void main() {
     float plane = opacity * fade * side;
     float shade = 0.55 * loss * fade * side;
     float alpha = plane + shade * (1.0 - plane);
-    pixel = vec4(shownColor(albedo * color) * plane, alpha);
+    vec4 mirrored = vec4(0.0);
+    if (reflectivity > 0.0)
+        mirrored = texelFetch(mirrorMap, ivec2(gl_FragCoord.xy - corner), 0) * (reflectivity * fade);
+    pixel = mirrored + (1.0 - mirrored.a) * vec4(shownColor(albedo * color) * plane, alpha);
 }

@@ -9,6 +9,7 @@ layout(location = 7) in vec4 row2;
 layout(location = 8) in float highlight;
 
 uniform mat4 viewProjection;
+uniform vec4 clip;
 
 out vec3 atPosition;
 out vec3 atNormal;
@@ -34,4 +35,5 @@ void main() {
     atUv1 = uv1;
 #endif
     gl_Position = viewProjection * vec4(atPosition, 1.0);
+    gl_ClipDistance[0] = dot(clip, vec4(atPosition, 1.0));
 }
