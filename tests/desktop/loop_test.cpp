@@ -1,11 +1,14 @@
 // The event loop on Qt, in a program without windows.
+#include "platform/system/QorTrace.h"
 #include "tests/support/QorTestApplication.h"
 #include "workbench/desktop/loop/QtEventLoop.h"
+#include "workbench/desktop/loop/SlowTurn.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
 
+#include <functional>
 #include <thread>
 
 using std::chrono::milliseconds;
@@ -140,6 +143,30 @@ TEST_F(QtLoop, LetsInputInBetweenWorkThatPostsItselfAgain) {
     EXPECT_LT(slicesAtEvent, 100) << "an event of Qt's waited for the work";
     loop.RunPosted();
     EXPECT_EQ(slices, 1000);
+}
+
+/// Handles an event for that long.
+void handle(milliseconds time, const std::function<void()>& within = {}) {
+    const QObject receiver;
+    const QEvent event(QEvent::User);
+    const SlowTurn turn(receiver, event);
+    const auto end = std::chrono::steady_clock::now() + time;
+    while (std::chrono::steady_clock::now() < end) {
+    }
+    if (within)
+        within();
+}
+
+TEST_F(QtLoop, TracesWhatKeepsAPersonWaiting) {
+    QorTraceChannel::StartRecording(5);
+    handle({});
+    handle(milliseconds(30));
+    handle({}, [] { handle(milliseconds(30)); });
+    QorTraceChannel::StopRecording();
+    const std::vector<std::string> lines = QorTraceChannel::TakeRecorded();
+    ASSERT_GE(lines.size(), 2U); // more where a busy machine has kept the quick ones waiting too
+    EXPECT_TRUE(lines.front().starts_with("(SlowTurn) ")) << lines.front();
+    EXPECT_NE(lines.front().find("QObject, event 1000"), std::string::npos) << lines.front();
 }
 
 } // namespace

@@ -5,12 +5,14 @@
 #include "workbench/app/Services.h"
 #include "workbench/desktop/Desktop.h"
 #include "workbench/desktop/loop/QtEventLoop.h"
+#include "workbench/desktop/loop/SlowTurn.h"
 #include "workbench/engine/adapter/ViewPicture.h"
 #include "workbench/paint/HeadlessPictures.h"
 #include "workbench/session/Settings.h"
 
 #include <QApplication>
 #include <QGuiApplication>
+#include <QThread>
 
 #include <array>
 #include <cstdlib>
@@ -37,6 +39,19 @@ struct OffscreenArguments {
     std::array<char, 10> platform{"offscreen"};
     std::array<char*, 4> list{name.data(), option.data(), platform.data(), nullptr};
     int count = 3;
+};
+
+/// Tells the trace of events that keep a person waiting.
+class WatchedApplication : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        if (QThread::currentThread() != thread())
+            return QApplication::notify(receiver, event);
+        const desktop::SlowTurn turn(*receiver, *event);
+        return QApplication::notify(receiver, event);
+    }
 };
 
 /// Qt's way to say that it cannot reach the display is to abort; ours is an exit code.
@@ -86,7 +101,7 @@ int runDesktop(const Options& options, const Serve& serve) {
     qInstallMessageHandler(&report);
     desktop::Desktop::prepareApplication();
     QtArguments arguments;
-    const QApplication qt(arguments.count, arguments.list.data());
+    const WatchedApplication qt(arguments.count, arguments.list.data());
     desktop::QtEventLoop loop;
     QorInteractiveApplication application(loop);
     Services services;

@@ -3,6 +3,7 @@
 #include "platform/dialog/QorToolkit.h"
 #include "platform/frame/QorApplicationFrame.h"
 #include "workbench/desktop/QtToolkit.h"
+#include "workbench/desktop/StandardTexts.h"
 #include "workbench/desktop/WindowSystem.h"
 #include "workbench/desktop/theme/Icon.h"
 #include "workbench/desktop/viewer/ViewerPictures.h"
@@ -21,9 +22,11 @@ namespace qor::desktop {
 
 Desktop::Desktop(ThemeChoice choice)
     : theme_(choice)
+    , texts_(std::make_unique<StandardTexts>())
     , toolkit_(std::make_unique<QtToolkit>())
     , pictures_(std::make_unique<ViewerPictures>()) {
     loadResources();
+    QCoreApplication::installTranslator(texts_.get());
     QApplication::setWindowIcon(icon(QStringLiteral("application")));
     QApplication::setQuitOnLastWindowClosed(false);
     QorToolkit::Install(toolkit_.get());
@@ -56,7 +59,6 @@ void Desktop::prepareApplication() {
     // What several windows show lies once in the memory of the graphics card.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QCoreApplication::setApplicationName(QStringLiteral("qorworkbench"));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("QorWorkbench"));
     QGuiApplication::setDesktopFileName(QStringLiteral("qorworkbench"));
 }
 

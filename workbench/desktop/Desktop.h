@@ -10,12 +10,13 @@ class QorToolkit;
 
 namespace qor::desktop {
 
+class StandardTexts;
 class ViewerPictures;
 
-/// Everything that draws: the theme, the toolkit and the pictures of viewers, which it installs for
-/// as long as it lives. The
-/// main window is the peer of the library's application frame and comes and goes with that. Needs a
-/// QApplication; outlives the widgets shown through it.
+/// Everything that draws: the theme, the toolkit, the pictures of viewers and the texts of Qt's own
+/// controls, which it installs for as long as it lives. The main window is the peer of the
+/// library's application frame and comes and goes with that. Needs a QApplication; outlives the
+/// widgets shown through it.
 ///
 /// A program with windows does:
 ///
@@ -43,11 +44,13 @@ public:
     [[nodiscard]] static std::function<void()> displayUpdater();
 
     /// Scale of fractions such as 1.25 is kept as it is, and the program's name and icon are told
-    /// to Qt. To be called before the QApplication is made.
+    /// to Qt. No name to display: Qt would put it behind the title of every dialog. To be called
+    /// before the QApplication is made.
     static void prepareApplication();
 
 private:
     Theme theme_;
+    std::unique_ptr<StandardTexts> texts_;
     std::unique_ptr<QorToolkit> toolkit_;
     std::unique_ptr<ViewerPictures> pictures_;
 };
