@@ -3,7 +3,9 @@
 #include "platform/dialog/QorDlgFile.h"
 #include "platform/dialog/QorDlgNotify.h"
 #include "tests/desktop/DesktopTest.h"
+#include "workbench/desktop/peers/WindowParts.h"
 
+#include <QAbstractItemView>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -66,6 +68,35 @@ TEST_F(Windows, EscapeIsTheCloseBoxWhereThereIsNoCancel) {
     EXPECT_TRUE(controlFor(plain)->isVisible());
 }
 
+TEST_F(Windows, AreWideEnoughForTheirTitle) {
+    auto* tools = new ListeningDialog(window, "tools", QorDlgWndToolBar);
+    tools->SetTitle("A title of some length");
+    show(*tools);
+    const QFontMetrics metrics(controlFor(tools)->font());
+    EXPECT_GT(controlFor(tools)->width(), metrics.horizontalAdvance("A title of some length") + 80);
+}
+
+TEST_F(Windows, WhatAFrameOfToolsOpensStandsBesideIt) {
+    auto* tools = new ListeningDialog(window, "tools", QorDlgWndToolBar);
+    show();
+    show(*tools);
+    auto* opened = new ListeningDialog(tools, "opened", QorDlgWndOKCancel);
+    opened->SetTitle("Opened");
+    show(*opened);
+    EXPECT_FALSE(
+        controlFor(opened)->frameGeometry().intersects(controlFor(tools)->frameGeometry()));
+}
+
+TEST(Placement, TakesTheFirstSideWithRoom) {
+    const QRect screen(0, 0, 1000, 800);
+    const QSize size(300, 400);
+    EXPECT_EQ(placeBeside({400, 100, 200, 80}, size, screen), QPoint(92, 100)) << "left";
+    EXPECT_EQ(placeBeside({100, 100, 200, 80}, size, screen), QPoint(100, 188)) << "below";
+    EXPECT_EQ(placeBeside({100, 350, 200, 80}, size, screen), QPoint(308, 350)) << "right";
+    EXPECT_EQ(placeBeside({100, 500, 200, 80}, size, screen), QPoint(308, 400))
+        << "no room on any side";
+}
+
 TEST_F(Windows, APersonsResizingIsTold) {
     showQuietly();
     controlFor(window)->resize(500, 400);
@@ -124,6 +155,30 @@ TEST_F(Windows, AFileDialogGivesThePathAsTypedAndStaysOpen) {
     key(control, Qt::Key_Escape);
     EXPECT_EQ(window->TakeHeard(), Heard{"file FileSelectionCancel"});
     EXPECT_TRUE(control->isVisible());
+}
+
+TEST_F(Windows, AFileDialogShowsFiltersThatCanBeRead) {
+    auto* file = new QorDlgFile(window, "file");
+    const QorUnicodeString labels[] = {"All", "STEP", "Any"};
+    const QorString patterns[] = {"*.qor *.stp *.igs *.obj *.ply *.stl",
+                                  "*.stp *.step *.STP *.STEP", "*"};
+    file->SetFilterStrings(labels, patterns, 3);
+    file->SetDirectory(directory.GetPath("").c_str());
+    std::ofstream(directory.GetPath("PART.STP")) << "part";
+    std::ofstream(directory.GetPath("letter.txt")) << "letter";
+    showQuietly();
+    show(*file);
+    auto* filters = controlFor(file)->findChild<QComboBox*>("fileTypeCombo");
+    EXPECT_EQ(filters->itemText(0), "All");
+    EXPECT_EQ(filters->itemText(1), "STEP (*.stp *.step)");
+    EXPECT_EQ(filters->itemText(2), "Any");
+    filters->setFocus();
+    key(filters, Qt::Key_Down);
+    EXPECT_EQ(file->GetActiveFilterIndex(), 1);
+    EXPECT_EQ(filters->currentText(), "STEP (*.stp *.step)");
+    const auto* list = controlFor(file)->findChild<QAbstractItemView*>("treeView");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == 1; }))
+        << "of the files, the part alone is one of that filter";
 }
 
 TEST_F(Windows, AFileDialogEntersADirectoryInsteadOfGivingIt) {

@@ -8,10 +8,13 @@
 #include "workbench/desktop/theme/Icon.h"
 
 #include <QAbstractButton>
+#include <QFontMetrics>
 #include <QGroupBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace qor::desktop {
 
@@ -85,6 +88,7 @@ void DialogPeer::build(Window& window) {
     auto* layout = new QVBoxLayout(&window);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    layout->addItem(titleRoom_ = new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Fixed));
     layout->setSizeConstraint((my().GetStyle() & QorDlgWndNoResize) != 0 ? QLayout::SetFixedSize
                                                                          : QLayout::SetMinimumSize);
     auto* content = new QWidget(&window);
@@ -155,9 +159,21 @@ void DialogPeer::grow() {
 void DialogPeer::draw(QorAspects aspects) {
     ContainerPeer::draw(aspects);
     if ((aspects & QorAspectTitle) != 0)
-        control()->setWindowTitle(toQt(widget().GetTitle()));
+        drawTitle(toQt(widget().GetTitle()));
     if ((aspects & QorAspectIcon) != 0)
         control()->setWindowIcon(icon(toQt(widget().GetIconName())));
+}
+
+/// A window is at least as wide as a window manager needs to show its title whole, within reason.
+void DialogPeer::drawTitle(const QString& title) {
+    constexpr int besideTheTitle = 120; // icon and buttons
+    constexpr int most = 400;
+    QFont bold = control()->font();
+    bold.setBold(true);
+    const int width = QFontMetrics(bold).horizontalAdvance(title) + besideTheTitle;
+    control()->setWindowTitle(title);
+    titleRoom_->changeSize(std::min(width, most), 0, QSizePolicy::Minimum, QSizePolicy::Fixed);
+    control()->layout()->invalidate();
 }
 
 void DialogPeer::drawVisibility() {
@@ -174,16 +190,27 @@ void DialogPeer::drawVisibility() {
     showWindow(*control(), show);
 }
 
-/// A frame of tools starts at the top left of what is looked at; Qt centres the others.
+/// A frame of tools starts at the top left of what is looked at, what it opens beside it; Qt
+/// centres the others.
 void DialogPeer::place() const {
     const QWidget* owner = control()->parentWidget();
-    if ((widget().GetStyle() & QorDlgWndToolBar) == 0 || owner == nullptr)
+    if (owner == nullptr)
         return;
+    if ((widget().GetStyle() & QorDlgWndToolBar) == 0) {
+        if (owner->windowType() == Qt::Tool && owner->isVisible())
+            placeBesideTools(*owner);
+        return;
+    }
     constexpr QPoint belowTheBars(24, 112);
     constexpr QPoint inTheCorner(16, 16);
     const QWidget* viewer = currentViewer();
     control()->move(viewer != nullptr ? viewer->mapToGlobal(inTheCorner)
                                       : owner->mapToGlobal(belowTheBars));
+}
+
+void DialogPeer::placeBesideTools(const QWidget& tools) const {
+    const QSize size = control()->size().grownBy(frameOf(tools));
+    control()->move(placeBeside(tools.frameGeometry(), size, tools.screen()->availableGeometry()));
 }
 
 /// A dialog begins at its first control, so that it can be used by the keyboard at once.

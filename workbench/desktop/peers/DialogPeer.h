@@ -8,6 +8,8 @@
 #include <QDialogButtonBox>
 #include <QSize>
 
+class QSpacerItem;
+
 namespace qor::desktop {
 
 /// A dialog with its buttons by style.
@@ -33,10 +35,13 @@ private:
     void connectHooks(Window& window);
     void sizeChanged();
     void grow();
+    void drawTitle(const QString& title);
     void place() const;
+    void placeBesideTools(const QWidget& tools) const;
     void focusFirst() const;
 
     QDialogButtonBox* buttons_ = nullptr; ///< belongs to the window
+    QSpacerItem* titleRoom_ = nullptr;    ///< belongs to the window's layout
     bool sizeWaits_ = false;
     QSize given_; ///< the window's size by this peer, until a person chooses another
 };

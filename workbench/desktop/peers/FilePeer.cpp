@@ -14,10 +14,26 @@
 
 namespace qor::desktop {
 
+namespace {
+
+/// What a person reads of a filter: "STEP (*.stp *.step)", each ending once however it is written,
+/// and the label alone where there are too many.
+QString shownFilter(const QString& label, const QString& pattern) {
+    constexpr int most = 4;
+    QStringList endings = pattern.toLower().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    endings.removeDuplicates();
+    if (endings.size() > most || pattern == QLatin1String("*"))
+        return label;
+    return QStringLiteral("%1 (%2)").arg(label, endings.join(QLatin1Char(' ')));
+}
+
+} // namespace
+
 FileControl::FileControl(QWidget* parent) : WindowControl(parent) {
     constexpr QSize startSize(800, 520);
+    // The details of filters are ours to show: Qt would show all of a long list.
     setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
-               QFileDialog::DontResolveSymlinks);
+               QFileDialog::DontResolveSymlinks | QFileDialog::HideNameFilterDetails);
     // Also for saving: in its saving mode Qt's dialog changes the typed suffix with the filter.
     setAcceptMode(QFileDialog::AcceptOpen);
     setFileMode(QFileDialog::AnyFile);
@@ -100,7 +116,8 @@ void FilePeer::draw(QorAspects aspects) {
 void FilePeer::drawFilters() {
     QStringList names;
     for (const QorDlgFile::Filter& filter : my().GetFilters())
-        names << QStringLiteral("%1 (%2)").arg(toQt(filter.label), toQt(filter.pattern));
+        names << QStringLiteral("%1 (%2)").arg(
+            shownFilter(toQt(filter.label), toQt(filter.pattern)), toQt(filter.pattern));
     if (names != box().nameFilters())
         box().setNameFilters(names);
     const int active = my().GetActiveFilterIndex();

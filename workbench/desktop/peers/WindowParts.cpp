@@ -3,7 +3,10 @@
 #include "platform/frame/QorApplicationFrame.h"
 #include "workbench/desktop/peers/WidgetPeer.h"
 
+#include <QRect>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace qor::desktop {
 
@@ -35,6 +38,20 @@ void showWindow(QWidget& window, bool visible) {
         return;
     window.raise();
     window.activateWindow();
+}
+
+QPoint placeBeside(const QRect& tools, const QSize& size, const QRect& screen) {
+    constexpr int gap = 8;
+    const int right = tools.right() + 1 + gap;
+    const int below = tools.bottom() + 1 + gap;
+    const QPoint places[] = {{tools.left() - gap - size.width(), tools.top()},
+                             {tools.left(), below},
+                             {right, tools.top()}};
+    for (const QPoint& place : places)
+        if (screen.contains(QRect(place, size)))
+            return place;
+    return {std::max(screen.left(), std::min(right, screen.right() + 1 - size.width())),
+            std::max(screen.top(), std::min(tools.top(), screen.bottom() + 1 - size.height()))};
 }
 
 } // namespace qor::desktop
