@@ -1,8 +1,11 @@
 // app.* and system.*: the program itself.
 #include "platform/dialog/QorDlgDialog.h"
+#include "scenes/QorRdgWorkers.h"
 #include "tests/automation/PortTest.h"
 
 #include <unistd.h>
+
+#include <future>
 
 namespace qor::automation {
 
@@ -19,6 +22,21 @@ TEST_F(AppMethods, InfoTellsWhatTheProgramIs) {
             {"name", "test"}, {"version", "1.2.3"}, {"headless", true}, {"pid", ::getpid()}};
         EXPECT_EQ(client.call("app.info"), expected);
     });
+}
+
+TEST_F(AppMethods, InfoDoesNotWaitForWorkers) {
+    std::promise<void> mayEnd;
+    std::shared_future<void> end = mayEnd.get_future().share();
+    QorRdgWorkers::Run([end]() -> QorRdgWorkers::Delivery {
+        constexpr std::chrono::seconds patience(10);
+        EXPECT_EQ(end.wait_for(patience), std::future_status::ready) << "it was waited for";
+        return {};
+    });
+    play([&](PortClient& client) {
+        EXPECT_EQ(client.call("app.info").at("name"), "test");
+        mayEnd.set_value();
+    });
+    QorRdgWorkers::Finish();
 }
 
 TEST_F(AppMethods, RunLeavesTheLoopToItselfThatLong) {

@@ -123,6 +123,31 @@ TEST_F(ThemeTest, UpdatingTheDisplayPaintsAndDoesNothingElse) {
     EXPECT_TRUE(posted);
 }
 
+TEST_F(ThemeTest, UpdatingTheDisplayLeavesNothingToPaintAgain) {
+    class Requests : public QObject {
+    public:
+        int count = 0;
+
+        bool eventFilter(QObject* /*object*/, QEvent* event) override {
+            count += event->type() == QEvent::UpdateRequest ? 1 : 0;
+            return false;
+        }
+    };
+
+    show();
+    settle();
+    Requests requests;
+    controlFor(window)->installEventFilter(&requests);
+    application->SetDisplayUpdater(Desktop::displayUpdater());
+    controlFor(window)->update();
+    application->UpdateDisplay();
+    settle();
+    EXPECT_EQ(requests.count, 1);
+    controlFor(window)->update();
+    settle();
+    EXPECT_EQ(requests.count, 2) << "what changes later is painted later";
+}
+
 } // namespace
 
 } // namespace qor::desktop::tests

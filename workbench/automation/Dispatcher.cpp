@@ -158,6 +158,7 @@ Json Dispatcher::invoke(const ExchangePtr& exchange) {
         throw Error(ErrorCode::blocked, "the notification box " + inQuotes(box->GetName().Str()) +
                                             " has to be answered first");
     checkParams(method, request.params);
+    exchange->waitsForWorkers = method.waitsForWorkers;
     Call call(*this, exchange);
     return method.run(call);
 }
@@ -174,7 +175,7 @@ void Dispatcher::settle(Work& work) {
         goOnWithout(work.exchange->heir);
     }
     loop_.RunPosted();
-    if (work.exchange || work.waiter)
+    if ((work.exchange && work.exchange->waitsForWorkers) || work.waiter)
         finishWorkers();
     const ExchangePtr exchange = work.exchange;
     const ExchangePtr waiter = work.waiter;

@@ -27,6 +27,7 @@ struct Exchange {
     Json response;           ///< what to send when the work is done; null while there is none
     bool isDeferred = false; ///< the handler leaves the answer to somebody else
     bool isAnswered = false;
+    bool waitsForWorkers = true;         ///< what workers make for dialogs belongs to the answer
     std::function<void()> whenAbandoned; ///< a deferred answer is not wanted any more
     std::function<void()> afterAnswer;
     /// The notify.answer that let this request's work go on, after it had been answered with the

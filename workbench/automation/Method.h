@@ -45,6 +45,9 @@ struct Method {
     Handler run;
     bool isForBlocked = false;   ///< accepted while a notification box is open
     bool takesAnyParams = false; ///< parameters besides those of the list are let through
+    /// What workers make for dialogs is waited for before the answer; not by what shows nothing of
+    /// it, for the user-interface thread waits.
+    bool waitsForWorkers = true;
 };
 
 /// Methods that belong together, as a room registers them.

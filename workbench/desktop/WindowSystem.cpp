@@ -16,6 +16,8 @@ void paintNow(QWidget& window) {
         return;
     QEvent update(QEvent::UpdateRequest);
     QCoreApplication::sendEvent(&window, &update);
+    // What asked for this paint has asked for one at a later turn too; that would show the same.
+    QCoreApplication::removePostedEvents(&window, QEvent::UpdateRequest);
 }
 
 void sendToScreen() {

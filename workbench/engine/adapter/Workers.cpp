@@ -10,7 +10,7 @@ namespace {
 
 /// Behind whatever a person waits for: the window's own drawing above all, which on machines
 /// without a graphics card is the processors' work too.
-constexpr int niceness = 4;
+constexpr int niceness = 10;
 
 } // namespace
 
