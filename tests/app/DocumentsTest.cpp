@@ -212,6 +212,14 @@ TEST_F(Documents, SaveAsksForANameAndGivesItTheSuffix) {
     EXPECT_EQ(call("dialog.list"), Json::array());
 }
 
+TEST_F(Documents, TheProgramMayEndWhileItAsksForAFile) {
+    for (const char* command : {"Open", "ImportInto", "Save", "SaveAs"}) {
+        start(command);
+        endProgram();
+        startProgram({});
+    }
+}
+
 TEST_F(Documents, TheOpenDialogOffersWhatCanBeReadAndRemembersTheFolder) {
     start("Open");
     const Json first = call("file.get", {{"dialog", "openFile"}});

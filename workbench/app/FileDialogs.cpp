@@ -3,7 +3,10 @@
 #include "platform/frame/QorFrmFile.h"
 #include "platform/frame/QorFrmNotify.h"
 #include "platform/text/QorMsgCatalog.h"
+#include "workbench/document/session/RecentFiles.h"
 #include "workbench/session/Settings.h"
+
+#include <unistd.h>
 
 #include <iterator>
 #include <utility>
@@ -75,6 +78,19 @@ void setFilters(QorDlgFile& dialog, bool documentsAlone) {
     dialog.SetFilterStrings(labels.data(), patterns.data(), static_cast<int>(labels.size()));
 }
 
+/// Where a person went last for the same; else where the file lies that was opened last, unless
+/// nothing can be saved there.
+fs::path folderFor(const QuestionRow& row) {
+    std::error_code ignored;
+    const fs::path last = session::setting(row.folderKey);
+    if (!last.empty() && fs::is_directory(last, ignored))
+        return last;
+    const auto recent = document::RecentFiles::list();
+    const fs::path beside = recent.empty() ? fs::path() : recent.front().parent_path();
+    const bool saves = (row.style & QorDlgFileSave) != 0;
+    return access(beside.c_str(), saves ? W_OK : R_OK) == 0 ? beside : fs::path();
+}
+
 /// A file dialog that answers once and goes.
 class Asking : public QorFrmFile {
     QorDeclareClass(Asking)
@@ -88,10 +104,8 @@ class Asking : public QorFrmFile {
                                  &Asking::cancelCB);
         SetTitle(message(row.dialog));
         setFilters(*this, IsSave());
-        std::error_code ignored;
-        const std::string folder = session::setting(row.folderKey);
-        if (!folder.empty() && fs::is_directory(folder, ignored))
-            SetDirectory(folder);
+        if (const fs::path folder = folderFor(row); !folder.empty())
+            SetDirectory(folder.string());
     }
 
     /// A question that nobody will answer any more is answered with nothing.

@@ -1,12 +1,10 @@
 #include "workbench/app/Session.h"
 
 #include "platform/text/QorMsgCatalog.h"
-#include "workbench/app/FileDialogs.h"
 #include "workbench/app/ProgramResources.h"
 #include "workbench/session/Settings.h"
 
 #include <algorithm>
-#include <set>
 
 namespace qor::app {
 
@@ -51,8 +49,9 @@ QorUnicodeString factsOf(const Document& document) {
                                      [](const auto& node) { return node->children().empty(); });
     if (parts == 0)
         return {};
-    return message("Facts", {grouped(static_cast<std::uint64_t>(parts)),
-                             grouped(document.product().countTriangles()), document.unit().name});
+    return message(parts == 1 ? "FactsOfOne" : "Facts",
+                   {grouped(static_cast<std::uint64_t>(parts)),
+                    grouped(document.product().countTriangles()), document.unit().name});
 }
 
 } // namespace
@@ -88,8 +87,16 @@ QorNavigation3DViewer* Session::viewer() const {
 void Session::start(const fs::path& file,
                     const std::function<void(const std::string& reason)>& ended) {
     const auto tellEnd = [this, ended](const Result<Document_var>& outcome) {
-        ended(outcome || isCancelled(outcome.failure()) ? std::string() : outcome.failure().text);
         changed();
+        const std::string reason =
+            outcome || isCancelled(outcome.failure()) ? std::string() : outcome.failure().text;
+        // After what changed() has posted: whoever waits for the end finds the commands in step.
+        loop_.Post(
+            [alive = std::weak_ptr<bool>(alive_), ended, reason] {
+                if (!alive.expired())
+                    ended(reason);
+            },
+            QorEventLoop::Scope::AnyDepth);
     };
     if (file.empty())
         documents_->newDocument(tellEnd);
@@ -116,7 +123,7 @@ void Session::newDocument() {
 }
 
 void Session::askOpen() {
-    askFile(frame_, FileQuestion::Open, {}, [this](const std::optional<fs::path>& file) {
+    ask(FileQuestion::Open, {}, [this](const std::optional<fs::path>& file) {
         if (file)
             open(*file);
     });
@@ -138,7 +145,7 @@ void Session::recover(const document::Recoverable& recoverable) {
 }
 
 void Session::askImport() {
-    askFile(frame_, FileQuestion::Import, {}, [this](const std::optional<fs::path>& file) {
+    ask(FileQuestion::Import, {}, [this](const std::optional<fs::path>& file) {
         if (file)
             documents_->importInto(*file, telling());
         changed();
@@ -168,8 +175,32 @@ void Session::cancel() {
     documents_->cancel();
 }
 
+/// The first of several is opened, the others come into the same document.
 void Session::drop(const std::vector<QorUnicodeString>& files) {
-    open(files.front().Str());
+    std::deque<fs::path> others;
+    for (const QorUnicodeString& file : files)
+        others.emplace_back(file.Str());
+    if (others.empty())
+        return;
+    const fs::path first = others.front();
+    others.pop_front();
+    documents_->open(first, [this, others](const Result<Document_var>& outcome) {
+        importNext(others, outcome);
+    });
+    changed();
+}
+
+void Session::importNext(std::deque<fs::path> files, const Result<Document_var>& before) {
+    finished(before);
+    if (!before || files.empty())
+        return;
+    const fs::path next = files.front();
+    files.pop_front();
+    documents_->importInto(next,
+                           [this, files = std::move(files)](const Result<Document_var>& outcome) {
+                               importNext(files, outcome);
+                           });
+    changed();
 }
 
 void Session::quit() {
@@ -240,7 +271,17 @@ void Session::askSavePath(Document& document, std::function<void(std::optional<f
     fs::path suggestion = document.path();
     if (suggestion.empty())
         suggestion = fs::path(document.title().Str()).filename().stem().string() + ".qor";
-    askFile(frame_, FileQuestion::Save, suggestion, std::move(answer));
+    ask(FileQuestion::Save, suggestion, std::move(answer));
+}
+
+/// Dialogs that are open at the end of the program outlive the session, and answer then.
+void Session::ask(FileQuestion question, const fs::path& suggestion, FileAnswer answer) {
+    askFile(frame_, question, suggestion,
+            [alive = std::weak_ptr<bool>(alive_),
+             answer = std::move(answer)](const std::optional<fs::path>& file) {
+                if (!alive.expired())
+                    answer(file);
+            });
 }
 
 /// Once the loop turns: the box wants a turn of it, and whoever tells may be in the middle of

@@ -3,9 +3,11 @@
 #include "platform/system/QorEventLoop.h"
 #include "platform/vis/QorNavigation3DViewer.h"
 #include "workbench/app/DocumentWindow.h"
+#include "workbench/app/FileDialogs.h"
 #include "workbench/app/MainFrame.h"
 #include "workbench/document/session/DocumentSession.h"
 
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -83,10 +85,15 @@ public:
     void tell(QorNotifyKind kind, const QorUnicodeString& text) override;
 
 private:
+    using FileAnswer = std::function<void(std::optional<std::filesystem::path>)>;
+
+    void ask(FileQuestion question, const std::filesystem::path& suggestion, FileAnswer answer);
     void openWindow(DocumentEditor& editor);
     void closeWindow(DocumentWindow& window);
     [[nodiscard]] document::DocumentSession::Finished telling();
     void finished(const document::Result<document::Document_var>& outcome);
+    void importNext(std::deque<std::filesystem::path> files,
+                    const document::Result<document::Document_var>& before);
     void changedCB(QorEventName event,
                    QorBaseUnknown* publisher,
                    QorNotification* notification,
@@ -109,7 +116,7 @@ private:
     std::unique_ptr<document::DocumentSession> documents_;
     std::vector<std::filesystem::path> recent_;
     int lastWindow_ = 0;
-    /// Lives as long as the session; posted work looks whether it still does.
+    /// Lives as long as the session; posted work and file dialogs look whether it still does.
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
     bool refreshPosted_ = false;
 };
