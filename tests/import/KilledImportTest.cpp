@@ -72,6 +72,6 @@ TEST(KilledImport, AFolderThatMayNotBeWrittenIsSaid) {
     ImportProcess process({});
     process.start(request);
     EXPECT_EQ(process.wait().end, ImportEnd::Failed);
-    EXPECT_EQ(process.outcome()->text,
-              (folder / "missing" / "a.qor").string() + ": it cannot be opened");
+    EXPECT_EQ(process.outcome()->text, (folder / "missing" / "a.qor").string() +
+                                           ": it cannot be opened: No such file or directory");
 }

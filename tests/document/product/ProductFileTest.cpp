@@ -97,7 +97,8 @@ TEST(ProductFile, AFolderThatIsNotThereIsNamed) {
     const Result<Done> written = writeProduct(target, sampleProduct());
     ASSERT_FALSE(written);
     EXPECT_EQ(written.failure().kind, FaultKind::Machine);
-    EXPECT_EQ(written.failure().text, target.string() + ": it cannot be opened");
+    EXPECT_EQ(written.failure().text,
+              target.string() + ": it cannot be opened: No such file or directory");
 }
 
 TEST(ProductFile, AFullDiskIsSaidAndLeavesTheOldFile) {

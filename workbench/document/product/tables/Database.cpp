@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <cstring>
+
 namespace qor::document::tables {
 
 namespace {
@@ -21,6 +23,14 @@ int openFlags(OpenMode mode) {
         break;
     }
     return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXCLUSIVE;
+}
+
+// The system's reason where SQLite has none of its own.
+std::string openingFault(sqlite3* database, int code) {
+    const int reason = database != nullptr ? sqlite3_system_errno(database) : 0;
+    if ((code & 0xff) == SQLITE_CANTOPEN && reason != 0)
+        return std::strerror(reason);
+    return database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code);
 }
 
 } // namespace
@@ -128,8 +138,7 @@ void BlobReader::read(std::int64_t row, std::span<std::byte> target) {
 Database::Database(const std::filesystem::path& file, OpenMode mode) {
     const int code = sqlite3_open_v2(file.c_str(), &database_, openFlags(mode), nullptr);
     if (code != SQLITE_OK) {
-        const std::string text =
-            database_ != nullptr ? sqlite3_errmsg(database_) : sqlite3_errstr(code);
+        const std::string text = openingFault(database_, code);
         sqlite3_close(database_);
         throw DatabaseError(code & 0xff, text);
     }

@@ -25,7 +25,7 @@ constexpr auto meanings = std::to_array<Meaning>({
     {SQLITE_LOCKED, FaultKind::Machine, "another program is writing to it", false},
     {SQLITE_FULL, FaultKind::Machine, "the disk is full", false},
     {SQLITE_READONLY, FaultKind::Machine, "it may not be written to", false},
-    {SQLITE_CANTOPEN, FaultKind::Machine, "it cannot be opened", false},
+    {SQLITE_CANTOPEN, FaultKind::Machine, "it cannot be opened: ", true},
     {SQLITE_PERM, FaultKind::Machine, "access to it is not allowed", false},
     {SQLITE_IOERR, FaultKind::Machine, "reading or writing it failed: ", true},
     {SQLITE_INTERRUPT, FaultKind::Input, "cancelled", false},
