@@ -81,14 +81,15 @@ BlockSums BlockRenderer::render(int x, int y, const BlockWork& work) {
         }
         place(x, y, pixels, places);
         trace(places, colors);
+        const Float8 light = luminance(colors.color);
+        const Float8 squares = light * light;
         for (std::size_t i = 0; i < packetWidth; ++i) {
             float* rgba = sums.rgba.data() + pixels[i] * 4;
-            const float light = luminance({colors.red[i], colors.green[i], colors.blue[i]});
-            rgba[0] += colors.red[i];
-            rgba[1] += colors.green[i];
-            rgba[2] += colors.blue[i];
+            rgba[0] += colors.color.x[i];
+            rgba[1] += colors.color.y[i];
+            rgba[2] += colors.color.z[i];
             rgba[3] += colors.alpha[i];
-            sums.squares[pixels[i]] += light * light;
+            sums.squares[pixels[i]] += squares[i];
         }
     }
     return sums;
@@ -124,7 +125,7 @@ std::array<std::array<float, 4>, packetWidth> BlockRenderer::renderCoarse(int x,
     trace(places, colors);
     std::array<std::array<float, 4>, packetWidth> pixels{};
     for (std::size_t i = 0; i < pixels.size(); ++i)
-        pixels[i] = {colors.red[i], colors.green[i], colors.blue[i], colors.alpha[i]};
+        pixels[i] = {colors.color.x[i], colors.color.y[i], colors.color.z[i], colors.alpha[i]};
     return pixels;
 }
 
@@ -183,9 +184,7 @@ void BlockRenderer::traceAny(const LanePlaces& places,
             continue;
         const Color light = seen[i]->direct + tracer_.indirectLight(seen[i]->vertex, seen[i]->state,
                                                                     seen[i]->sampler);
-        colors.red[i] += light.x;
-        colors.green[i] += light.y;
-        colors.blue[i] += light.z;
+        colors.add(i, light);
     }
 }
 

@@ -25,28 +25,24 @@ CameraRays::CameraRays(const Camera& camera, const RenderOptions& options)
         cone_ = {0.0F, pixel};
 }
 
-void CameraRays::at(const std::array<float, packetWidth>& x,
-                    const std::array<float, packetWidth>& y,
-                    RayHitPacket& packet) const {
+void CameraRays::at(const Float8& x, const Float8& y, RayHitPacket& packet) const {
+    const Vec3x8 across = Vec3x8(corner_) + Vec3x8(right_) * x + Vec3x8(down_) * y;
+    const Vec3x8 forward(forward_);
+    const Vec3x8 origin = parallel_ ? Vec3x8(eye_) + across : Vec3x8(eye_);
+    const Vec3x8 sight = parallel_ ? forward : forward + across;
+    const Float8 stretch = length(sight);
+    const Vec3x8 direction = sight * (1.0F / stretch);
     RTCRay8& rays = packet.ray;
+    store(rays.org_x, origin.x);
+    store(rays.org_y, origin.y);
+    store(rays.org_z, origin.z);
+    store(rays.dir_x, direction.x);
+    store(rays.dir_y, direction.y);
+    store(rays.dir_z, direction.z);
+    store(rays.tnear, near_ * stretch);
+    store(rays.tfar, eight(std::numeric_limits<float>::infinity()));
+    store(rays.time, eight(0.0F));
     for (std::size_t i = 0; i < packetWidth; ++i) {
-        const float ax = corner_.x + right_.x * x[i] + down_.x * y[i];
-        const float ay = corner_.y + right_.y * x[i] + down_.y * y[i];
-        const float az = corner_.z + right_.z * x[i] + down_.z * y[i];
-        const float dx = forward_.x + (parallel_ ? 0.0F : ax);
-        const float dy = forward_.y + (parallel_ ? 0.0F : ay);
-        const float dz = forward_.z + (parallel_ ? 0.0F : az);
-        const float stretch = std::sqrt(dx * dx + dy * dy + dz * dz);
-        const float scale = 1.0F / stretch;
-        rays.org_x[i] = eye_.x + (parallel_ ? ax : 0.0F);
-        rays.org_y[i] = eye_.y + (parallel_ ? ay : 0.0F);
-        rays.org_z[i] = eye_.z + (parallel_ ? az : 0.0F);
-        rays.dir_x[i] = dx * scale;
-        rays.dir_y[i] = dy * scale;
-        rays.dir_z[i] = dz * scale;
-        rays.tnear[i] = near_ * stretch;
-        rays.tfar[i] = std::numeric_limits<float>::infinity();
-        rays.time[i] = 0.0F;
         rays.mask[i] = ~0U;
         rays.id[i] = 0;
         rays.flags[i] = 0;

@@ -2,6 +2,7 @@
 
 #include "workbench/engine/core/Camera.h"
 #include "workbench/engine/core/Embree.h"
+#include "workbench/engine/core/Lanes.h"
 #include "workbench/engine/core/RenderOptions.h"
 #include "workbench/engine/core/Surface.h"
 
@@ -17,9 +18,7 @@ public:
     Ray at(float x, float y) const;
 
     /// The same for eight places, with what else a packet needs.
-    void at(const std::array<float, packetWidth>& x,
-            const std::array<float, packetWidth>& y,
-            RayHitPacket& packet) const;
+    void at(const Float8& x, const Float8& y, RayHitPacket& packet) const;
 
     /// How wide the rays of one pixel are.
     const RayCone& cone() const { return cone_; }

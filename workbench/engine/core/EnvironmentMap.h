@@ -19,6 +19,9 @@ public:
     /// by the surface's own directions.
     bool isSampled() const { return !black_ && picture_ != nullptr && !smooth_; }
 
+    /// Whether all directions show mean().
+    bool isConstant() const { return black_ || picture_ == nullptr; }
+
     /// What surfaces scatter of it, 0..1.
     float diffuseShare() const { return black_ ? 0.0F : diffuseShare_; }
 

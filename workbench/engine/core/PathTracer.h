@@ -16,17 +16,24 @@ class GatherCache;
 constexpr float diffuseSpread = 0.2F;
 
 /// The numbers of everything behind the camera are independent of those that place the ray.
-inline Sampler pathSampler(std::uint32_t seed, std::uint32_t index) {
-    return {hash32(seed ^ 0x68bc21ebU), index};
+template <typename Bits>
+constexpr Bits pathSeed(Bits pixelSeed) {
+    return hash32(pixelSeed ^ 0x68bc21ebU);
 }
+
+inline Sampler pathSampler(std::uint32_t seed, std::uint32_t index) {
+    return {pathSeed(seed), index};
+}
+
+/// Behind so many surfaces paths end by chance in proportion to what they still carry.
+constexpr int certainBounces = 3;
+constexpr float leastChance = 0.05F;
 
 /// Chance that a path goes on that carries \p carried after \p bounces surfaces.
 inline float survivalChance(float carried, int bounces) {
-    /// From here on paths end by chance in proportion to what they still carry.
-    constexpr int certain = 3;
     if (!(carried > 0.0F))
         return 0.0F;
-    return bounces <= certain ? 1.0F : std::clamp(carried, 0.05F, 1.0F);
+    return bounces <= certainBounces ? 1.0F : std::clamp(carried, leastChance, 1.0F);
 }
 
 /// What a ray may still do.

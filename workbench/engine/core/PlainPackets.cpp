@@ -7,22 +7,75 @@ namespace qor::engine {
 namespace {
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
-constexpr std::size_t width = packetWidth;
 
-/// Rays of \p lanes into directions of their own or all into one.
-void put(RayPacket& packet, const PlainLanes& lanes, std::size_t lane, const Vec3& direction) {
-    packet.org_x[lane] = lanes.x[lane];
-    packet.org_y[lane] = lanes.y[lane];
-    packet.org_z[lane] = lanes.z[lane];
-    packet.dir_x[lane] = direction.x;
-    packet.dir_y[lane] = direction.y;
-    packet.dir_z[lane] = direction.z;
-    packet.tnear[lane] = 0.0F;
-    packet.tfar[lane] = infinity;
-    packet.time[lane] = 0.0F;
-    packet.mask[lane] = ~0U;
-    packet.id[lane] = 0;
-    packet.flags[lane] = 0;
+/// Rays that leave \p lanes.
+void put(RayPacket& packet, const PlainLanes& lanes, const Vec3x8& direction) {
+    store(packet.org_x, lanes.start.x);
+    store(packet.org_y, lanes.start.y);
+    store(packet.org_z, lanes.start.z);
+    store(packet.dir_x, direction.x);
+    store(packet.dir_y, direction.y);
+    store(packet.dir_z, direction.z);
+    store(packet.tnear, eight(0.0F));
+    store(packet.tfar, eight(infinity));
+    store(packet.time, eight(0.0F));
+    for (int i = 0; i < packetWidth; ++i) {
+        packet.mask[i] = ~0U;
+        packet.id[i] = 0;
+        packet.flags[i] = 0;
+    }
+}
+
+/// The random numbers of eight samples, each as Sampler has them.
+class LaneSampler {
+public:
+    explicit LaneSampler(const LanePlaces& places)
+        : seed_(pathSeed(places.seed)), index_(places.index) {}
+
+    /// Two numbers for every lane.
+    void next2D(Float8& u, Float8& v) {
+        dimension_ += 1U;
+        const UInt8 seed = hashPair(seed_, dimension_);
+        const UInt8 index = shuffledIndex(index_, seed);
+        u = unitFloat(scrambledFirst(index, seed));
+        v = unitFloat(scrambledSecond(index, seed));
+    }
+
+    /// A number for each lane of \p asked.
+    Float8 next1D(const Int8& asked) {
+        dimension_ -= std::bit_cast<UInt8>(asked);
+        const UInt8 seed = hashPair(seed_, dimension_);
+        return unitFloat(scrambledFirst(shuffledIndex(index_, seed), seed));
+    }
+
+private:
+    UInt8 seed_;
+    UInt8 index_;
+    UInt8 dimension_{};
+};
+
+/// As the function of the same name for one direction.
+Vec3x8 cosineHemisphere(const Float8& u, const Float8& v) {
+    const Float8 a = 2.0F * u - 1.0F;
+    const Float8 b = 2.0F * v - 1.0F;
+    const Int8 wide = magnitude(a) > magnitude(b);
+    const Float8 r = wide ? a : b;
+    const Float8 angle = (pi / 4) * ((wide ? b : a) / (r != 0.0F ? r : eight(1.0F)));
+    const Float8 along = r * smallCosine(angle);
+    const Float8 across = r * smallSine(angle);
+    const Float8 x = wide ? along : across;
+    const Float8 y = wide ? across : along;
+    return {x, y, squareRoot(greatest(1.0F - x * x - y * y, Float8{}))};
+}
+
+/// \p local in the frames that Frame makes around \p axis.
+Vec3x8 toWorld(const Vec3x8& axis, const Vec3x8& local) {
+    const Float8 sign = signOf(axis.z);
+    const Float8 a = -1.0F / (sign + axis.z);
+    const Float8 b = axis.x * axis.y * a;
+    const Vec3x8 x{1.0F + sign * axis.x * axis.x * a, sign * b, -sign * axis.x};
+    const Vec3x8 y{b, sign + axis.y * axis.y * a, -axis.y};
+    return x * local.x + y * local.y + axis * local.z;
 }
 
 bool isPlain(const CompiledScene& scene) {
@@ -37,10 +90,8 @@ bool isPlain(const CompiledScene& scene) {
 /// Eight paths on their way.
 struct PlainPackets::Paths {
     PlainLanes lanes;
-    std::array<Sampler, width> samplers;
-    alignas(32) LaneFloats red; ///< throughput
-    alignas(32) LaneFloats green;
-    alignas(32) LaneFloats blue;
+    LaneSampler sampler;
+    Vec3x8 throughput;
 };
 
 PlainPackets::PlainPackets(const CompiledScene& scene,
@@ -68,132 +119,105 @@ PlainPackets::PlainPackets(const CompiledScene& scene,
              (bounces_ == 0 || suns_.size() <= fewLights);
 }
 
-void PlainPackets::addSun(const Sun& sun,
-                          const PlainLanes& lanes,
-                          LaneColors& light,
-                          RayCounts& counts) const {
-    alignas(32) RayPacket packet;
-    alignas(32) LaneFloats cosine;
-    PacketMask asked;
-    std::uint64_t rays = 0;
-    for (std::size_t i = 0; i < width; ++i) {
-        cosine[i] =
-            lanes.nx[i] * sun.towards.x + lanes.ny[i] * sun.towards.y + lanes.nz[i] * sun.towards.z;
-        asked.lane[i] = cosine[i] > 0.0F ? lanes.hit[i] : 0;
-        cosine[i] = asked.lane[i] != 0 ? cosine[i] : 0.0F;
-        rays += asked.lane[i] != 0 ? 1 : 0;
-    }
-    if (rays == 0)
-        return;
-    if (sun.castsShadows) {
-        for (std::size_t i = 0; i < width; ++i)
-            put(packet, lanes, i, sun.towards);
+/// The cosines under which \p sun is seen, 0 where it is not.
+Float8 PlainPackets::fromSun(const Sun& sun, const PlainLanes& lanes, RayCounts& counts) const {
+    const Vec3x8 towards(sun.towards);
+    const Float8 cosine = dot(lanes.normal, towards);
+    Int8 lit = (cosine > 0.0F) & lanes.hit;
+    const unsigned rays = bitsOf(lit);
+    if (rays != 0 && sun.castsShadows) {
+        alignas(32) RayPacket packet;
+        put(packet, lanes, towards);
         if (lanes.scattered)
-            scene_.structure().occludedScattered(asked, packet);
+            scene_.structure().occludedScattered(packetMask(lit), packet);
         else
-            scene_.structure().occluded(asked, packet);
-        for (std::size_t i = 0; i < width; ++i)
-            cosine[i] = packet.tfar[i] < 0.0F ? 0.0F : cosine[i];
-        counts.shadow += rays;
+            scene_.structure().occluded(packetMask(lit), packet);
+        lit &= load(packet.tfar) >= 0.0F;
+        counts.shadow += static_cast<std::uint64_t>(std::popcount(rays));
     }
-    for (std::size_t i = 0; i < width; ++i) {
-        light.red[i] += cosine[i] * sun.irradiance.x;
-        light.green[i] += cosine[i] * sun.irradiance.y;
-        light.blue[i] += cosine[i] * sun.irradiance.z;
-    }
+    return lit ? cosine : Float8{};
 }
 
 /// Light that falls on all lanes, over pi.
-void PlainPackets::illuminate(const PlainLanes& lanes, LaneColors& light, RayCounts& counts) const {
-    const Color& ambient = scene_.ambient();
-    light.red.fill(ambient.x);
-    light.green.fill(ambient.y);
-    light.blue.fill(ambient.z);
+Vec3x8 PlainPackets::illuminate(const PlainLanes& lanes, RayCounts& counts) const {
+    Vec3x8 light(scene_.ambient());
     for (const Sun& sun : suns_)
-        addSun(sun, lanes, light, counts);
+        light += Vec3x8(sun.irradiance) * fromSun(sun, lanes, counts);
+    return light;
 }
 
 /// Chooses where each lane goes on, as PathTracer does; fewer lanes where chance ends paths.
-PacketMask
-PlainPackets::scatter(Paths& paths, int bounce, RayHitPacket& packet, RayCounts& counts) const {
-    PacketMask on;
-    PlainLanes& lanes = paths.lanes;
-    for (std::size_t i = 0; i < width; ++i) {
+Int8 PlainPackets::scatter(Paths& paths,
+                           int bounce,
+                           RayHitPacket& packet,
+                           RayCounts& counts) const {
+    const PlainLanes& lanes = paths.lanes;
+    Float8 u;
+    Float8 v;
+    paths.sampler.next2D(u, v);
+    Vec3x8 direction = toWorld(lanes.normal, cosineHemisphere(u, v));
+    const Float8 below = least(dot(direction, lanes.flat), Float8{});
+    if (bitsOf(below < 0.0F) != 0)
+        direction =
+            select(below < 0.0F, normalize(direction - lanes.flat * (2.0F * below)), direction);
+    paths.throughput = paths.throughput * lanes.albedo;
+    const Vec3x8& carried = paths.throughput;
+    const Float8 most = greatest(greatest(carried.x, carried.y), carried.z);
+    Int8 on = lanes.hit & (most > 0.0F);
+    if (bounce + 1 > certainBounces) {
+        const Float8 chance = least(greatest(most, eight(leastChance)), eight(1.0F));
+        const Int8 asked = chance < 1.0F;
+        on &= ~asked | (paths.sampler.next1D(asked) < chance);
+        paths.throughput = paths.throughput * (1.0F / chance);
+    }
+    put(packet.ray, lanes, direction);
+    for (int i = 0; i < packetWidth; ++i) {
         packet.hit.geomID[i] = Hit::none;
         packet.hit.instID[0][i] = Hit::none;
-        if (lanes.hit[i] == 0)
-            continue;
-        Sampler& sampler = paths.samplers[i];
-        const Vec3 flat = lanes.flat(i);
-        Vec3 direction = Frame(lanes.normal(i)).toWorld(cosineHemisphere(sampler.next2D()));
-        if (const float below = dot(direction, flat); below < 0.0F)
-            direction = normalize(direction - flat * (2.0F * below));
-        paths.red[i] *= lanes.red[i];
-        paths.green[i] *= lanes.green[i];
-        paths.blue[i] *= lanes.blue[i];
-        const float carried = std::max({paths.red[i], paths.green[i], paths.blue[i]});
-        const float chance = survivalChance(carried, bounce + 1);
-        if (!(chance > 0.0F) || (chance < 1.0F && sampler.next1D() >= chance))
-            continue;
-        paths.red[i] /= chance;
-        paths.green[i] /= chance;
-        paths.blue[i] /= chance;
-        on.lane[i] = -1;
-        ++counts.diffuse;
-        put(packet.ray, lanes, i, direction);
     }
+    counts.diffuse += static_cast<std::uint64_t>(std::popcount(bitsOf(on)));
     return on;
 }
 
-void PlainPackets::addSky(const Paths& paths,
-                          const PacketMask& left,
-                          const RayPacket& rays,
-                          LaneColors& colors) const {
+/// What the lanes of \p asked see that leave the scene.
+Vec3x8 PlainPackets::sky(const Int8& asked, const RayPacket& rays) const {
     const EnvironmentMap& sky = scene_.environment();
-    for (std::size_t i = 0; i < width; ++i) {
-        if (left.lane[i] == 0)
-            continue;
-        const Color radiance =
-            sky.radiance({rays.dir_x[i], rays.dir_y[i], rays.dir_z[i]}, diffuseSpread) *
-            sky.diffuseShare();
-        colors.red[i] += paths.red[i] * radiance.x;
-        colors.green[i] += paths.green[i] * radiance.y;
-        colors.blue[i] += paths.blue[i] * radiance.z;
-    }
+    if (sky.isConstant())
+        return select(asked, Vec3x8(sky.mean() * sky.diffuseShare()), Vec3x8{});
+    LaneColors seen;
+    for (std::size_t i = 0; i < packetWidth; ++i)
+        if (asked[i] != 0)
+            seen.add(i, sky.radiance({rays.dir_x[i], rays.dir_y[i], rays.dir_z[i]}, diffuseSpread) *
+                            sky.diffuseShare());
+    return seen.color;
 }
 
 /// One more bounce: light of the sky, and unless it is the last one of the surfaces that are met.
 /// False when no lane goes on.
 bool PlainPackets::bounce(Paths& paths, int number, LaneColors& colors, RayCounts& counts) const {
     alignas(32) RayHitPacket packet;
-    PacketMask on = scatter(paths, number, packet, counts);
-    if (!on.any())
+    const Int8 on = scatter(paths, number, packet, counts);
+    if (bitsOf(on) == 0)
         return false;
     const bool last = number >= bounces_;
     if (last)
-        scene_.structure().occludedScattered(on, packet.ray);
+        scene_.structure().occludedScattered(packetMask(on), packet.ray);
     else
-        scene_.structure().intersectScattered(on, packet);
-    PacketMask left;
-    for (std::size_t i = 0; i < width; ++i) {
-        const bool met = last ? packet.ray.tfar[i] < 0.0F : packet.hit.geomID[i] != Hit::none;
-        left.lane[i] = on.lane[i] != 0 && !met ? -1 : 0;
-    }
-    if (looksAround_ && left.any())
-        addSky(paths, left, packet.ray, colors);
+        scene_.structure().intersectScattered(packetMask(on), packet);
+    const Int8 met = last ? load(packet.ray.tfar) < 0.0F
+                          : load(packet.hit.geomID) != static_cast<int>(Hit::none);
+    const Int8 left = on & ~met;
+    if (looksAround_ && bitsOf(left) != 0)
+        colors.color += paths.throughput * sky(left, packet.ray);
     if (last)
         return false;
-    paths.lanes.hit.fill(0);
     paths.lanes.scattered = true;
     paths.lanes.fill(scene_, packet);
-    LaneColors light;
-    illuminate(paths.lanes, light, counts);
-    for (std::size_t i = 0; i < width; ++i) {
-        const bool hit = paths.lanes.hit[i] != 0;
-        colors.red[i] += hit ? paths.red[i] * light.red[i] * paths.lanes.red[i] : 0.0F;
-        colors.green[i] += hit ? paths.green[i] * light.green[i] * paths.lanes.green[i] : 0.0F;
-        colors.blue[i] += hit ? paths.blue[i] * light.blue[i] * paths.lanes.blue[i] : 0.0F;
-    }
+    if (bitsOf(paths.lanes.hit) == 0)
+        return false;
+    const Vec3x8 light = illuminate(paths.lanes, counts);
+    colors.color +=
+        select(paths.lanes.hit, paths.throughput * light * paths.lanes.albedo, Vec3x8{});
     return true;
 }
 
@@ -204,29 +228,14 @@ bool PlainPackets::shade(const LanePlaces& places,
     PlainLanes lanes;
     if (!lanes.fill(scene_, packet))
         return false;
-    LaneColors light;
-    illuminate(lanes, light, counts);
-    for (std::size_t i = 0; i < width; ++i) {
-        const bool hit = lanes.hit[i] != 0;
-        colors.red[i] = hit ? light.red[i] * lanes.red[i] : colors.red[i];
-        colors.green[i] = hit ? light.green[i] * lanes.green[i] : colors.green[i];
-        colors.blue[i] = hit ? light.blue[i] * lanes.blue[i] : colors.blue[i];
-        colors.alpha[i] = hit ? 1.0F : colors.alpha[i];
-    }
+    if (bitsOf(lanes.hit) == 0)
+        return true;
+    const Vec3x8 light = illuminate(lanes, counts);
+    colors.color = select(lanes.hit, light * lanes.albedo, colors.color);
+    colors.alpha = lanes.hit ? eight(1.0F) : colors.alpha;
     if (bounces_ == 0 && !looksAround_)
         return true;
-    const auto sampler = [&](std::size_t i) {
-        return pathSampler(places.seed[i], places.index[i]);
-    };
-    Paths paths{lanes,
-                {sampler(0), sampler(1), sampler(2), sampler(3), sampler(4), sampler(5), sampler(6),
-                 sampler(7)},
-                {},
-                {},
-                {}};
-    paths.red.fill(1.0F);
-    paths.green.fill(1.0F);
-    paths.blue.fill(1.0F);
+    Paths paths{lanes, LaneSampler(places), Vec3x8(Vec3{1.0F, 1.0F, 1.0F})};
     for (int number = 0; bounce(paths, number, colors, counts); ++number) {
     }
     return true;

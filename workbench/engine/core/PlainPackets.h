@@ -1,8 +1,7 @@
 #pragma once
 
+#include "workbench/engine/core/Lanes.h"
 #include "workbench/engine/core/PathTracer.h"
-
-#include <array>
 
 namespace qor::engine {
 
@@ -11,24 +10,28 @@ struct PlainLanes;
 /// What a packet of camera rays is to look at: a place in the picture in pixels, and the random
 /// numbers, of each lane.
 struct LanePlaces {
-    alignas(32) std::array<float, packetWidth> x{};
-    alignas(32) std::array<float, packetWidth> y{};
-    alignas(32) std::array<std::uint32_t, packetWidth> seed{};
-    alignas(32) std::array<std::uint32_t, packetWidth> index{};
+    Float8 x{};
+    Float8 y{};
+    UInt8 seed{};
+    UInt8 index{};
 };
 
 /// What it brought back.
 struct LaneColors {
-    alignas(32) std::array<float, packetWidth> red{};
-    alignas(32) std::array<float, packetWidth> green{};
-    alignas(32) std::array<float, packetWidth> blue{};
-    alignas(32) std::array<float, packetWidth> alpha{};
+    Vec3x8 color;
+    Float8 alpha{};
 
-    void set(std::size_t lane, const Color& color, float a) {
-        red[lane] = color.x;
-        green[lane] = color.y;
-        blue[lane] = color.z;
+    void set(std::size_t lane, const Color& c, float a) {
+        color.x[lane] = c.x;
+        color.y[lane] = c.y;
+        color.z[lane] = c.z;
         alpha[lane] = a;
+    }
+
+    void add(std::size_t lane, const Color& c) {
+        color.x[lane] += c.x;
+        color.y[lane] += c.y;
+        color.z[lane] += c.z;
     }
 };
 
@@ -61,14 +64,10 @@ private:
     };
     struct Paths;
 
-    void
-    addSun(const Sun& sun, const PlainLanes& lanes, LaneColors& light, RayCounts& counts) const;
-    void illuminate(const PlainLanes& lanes, LaneColors& light, RayCounts& counts) const;
-    PacketMask scatter(Paths& paths, int bounce, RayHitPacket& packet, RayCounts& counts) const;
-    void addSky(const Paths& paths,
-                const PacketMask& left,
-                const RayPacket& rays,
-                LaneColors& colors) const;
+    Float8 fromSun(const Sun& sun, const PlainLanes& lanes, RayCounts& counts) const;
+    Vec3x8 illuminate(const PlainLanes& lanes, RayCounts& counts) const;
+    Int8 scatter(Paths& paths, int bounce, RayHitPacket& packet, RayCounts& counts) const;
+    Vec3x8 sky(const Int8& asked, const RayPacket& rays) const;
     bool bounce(Paths& paths, int number, LaneColors& colors, RayCounts& counts) const;
 
     const CompiledScene& scene_;

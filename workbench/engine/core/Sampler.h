@@ -7,7 +7,8 @@
 namespace qor::engine {
 
 /// Mixes all bits of \p x. Method: C. Wellons, "Prospecting for hash functions", 2018 (lowbias32).
-constexpr std::uint32_t hash32(std::uint32_t x) {
+template <typename Bits>
+constexpr Bits hash32(Bits x) {
     x ^= x >> 16U;
     x *= 0x7feb352dU;
     x ^= x >> 15U;
@@ -16,11 +17,13 @@ constexpr std::uint32_t hash32(std::uint32_t x) {
     return x;
 }
 
-constexpr std::uint32_t hashPair(std::uint32_t a, std::uint32_t b) {
+template <typename Bits>
+constexpr Bits hashPair(Bits a, Bits b) {
     return hash32(a ^ (hash32(b) + 0x9e3779b9U + (a << 6U) + (a >> 2U)));
 }
 
-constexpr std::uint32_t reverseBits(std::uint32_t x) {
+template <typename Bits>
+constexpr Bits reverseBits(Bits x) {
     x = ((x >> 1U) & 0x55555555U) | ((x & 0x55555555U) << 1U);
     x = ((x >> 2U) & 0x33333333U) | ((x & 0x33333333U) << 2U);
     x = ((x >> 4U) & 0x0f0f0f0fU) | ((x & 0x0f0f0f0fU) << 4U);
@@ -32,7 +35,8 @@ constexpr std::uint32_t reverseBits(std::uint32_t x) {
 /// below it. Method: Laine and Karras 2011, section 3.1, as used by Burley, "Practical Hash-based
 /// Owen Scrambling", JCGT 9(4), 2020, with the constants of N. Vegdahl, "Building a Better LK
 /// Hash", 2021.
-constexpr std::uint32_t scrambleReversed(std::uint32_t x, std::uint32_t seed) {
+template <typename Bits>
+constexpr Bits scrambleReversed(Bits x, Bits seed) {
     x ^= x * 0x3d20adeaU;
     x += seed;
     x *= (seed >> 16U) | 1U;
@@ -43,7 +47,8 @@ constexpr std::uint32_t scrambleReversed(std::uint32_t x, std::uint32_t seed) {
 
 /// Second dimension of the Sobol sequence, bits reversed. Its matrix is Pascal's triangle modulo 2,
 /// which is five Kronecker factors, so five steps do for 32 bits (Lucas' theorem).
-constexpr std::uint32_t sobolSecondReversed(std::uint32_t i) {
+template <typename Bits>
+constexpr Bits sobolSecondReversed(Bits i) {
     i ^= (i >> 1U) & 0x55555555U;
     i ^= (i >> 2U) & 0x33333333U;
     i ^= (i >> 4U) & 0x0f0f0f0fU;
@@ -57,11 +62,27 @@ constexpr float unitFloat(std::uint32_t x) {
     return static_cast<float>(x >> 8U) * 0x1p-24F;
 }
 
-/// Point \p index of an Owen-scrambled (0, 2)-sequence.
+/// Both numbers of point \p index of an Owen-scrambled (0, 2)-sequence, in all their bits. Of one
+/// point or of several, as everything above.
+template <typename Bits>
+constexpr Bits scrambledFirst(Bits index, Bits seed) {
+    return reverseBits(scrambleReversed(index, hash32(seed)));
+}
+
+template <typename Bits>
+constexpr Bits scrambledSecond(Bits index, Bits seed) {
+    return reverseBits(scrambleReversed(sobolSecondReversed(index), hash32(seed ^ 0x5bd1e995U)));
+}
+
+/// The same point between 0 and 1.
 constexpr Vec2 scrambledPoint(std::uint32_t index, std::uint32_t seed) {
-    return {unitFloat(reverseBits(scrambleReversed(index, hash32(seed)))),
-            unitFloat(reverseBits(
-                scrambleReversed(sobolSecondReversed(index), hash32(seed ^ 0x5bd1e995U))))};
+    return {unitFloat(scrambledFirst(index, seed)), unitFloat(scrambledSecond(index, seed))};
+}
+
+/// A point's place in a sequence that is shuffled in the way of \p seed.
+template <typename Bits>
+constexpr Bits shuffledIndex(Bits index, Bits seed) {
+    return reverseBits(scrambleReversed(reverseBits(index), seed ^ 0xa511e9b3U));
 }
 
 /// The random numbers of one sample of one pixel. Each call uses up a fresh dimension, in which the
@@ -73,19 +94,15 @@ public:
 
     Vec2 next2D() {
         const std::uint32_t seed = hashPair(seed_, ++dimension_);
-        return scrambledPoint(shuffled(seed), seed);
+        return scrambledPoint(shuffledIndex(index_, seed), seed);
     }
 
     float next1D() {
         const std::uint32_t seed = hashPair(seed_, ++dimension_);
-        return unitFloat(reverseBits(scrambleReversed(shuffled(seed), hash32(seed))));
+        return unitFloat(scrambledFirst(shuffledIndex(index_, seed), seed));
     }
 
 private:
-    std::uint32_t shuffled(std::uint32_t seed) const {
-        return reverseBits(scrambleReversed(reverseBits(index_), seed ^ 0xa511e9b3U));
-    }
-
     std::uint32_t seed_;
     std::uint32_t index_;
     std::uint32_t dimension_ = 0;

@@ -27,6 +27,22 @@ struct Frame {
     Vec3 toLocal(const Vec3& v) const { return {dot(v, x), dot(v, y), dot(v, z)}; }
 };
 
+/// Sine and cosine of \p x within \pm π/4, of one number or of several, to single precision
+/// (Taylor's series).
+template <typename Number>
+constexpr Number smallSine(const Number& x) {
+    const Number square = x * x;
+    return x * (1.0F + square * (-1.0F / 6 + square * (1.0F / 120 +
+                                                       square * (-1.0F / 5040 + square / 362880))));
+}
+
+template <typename Number>
+constexpr Number smallCosine(const Number& x) {
+    const Number square = x * x;
+    return 1.0F + square * (-0.5F + square * (1.0F / 24 +
+                                              square * (-1.0F / 720 + square * (1.0F / 40320))));
+}
+
 /// The unit disc, area preserving. Method: Shirley and Chiu 1997, in the form without branches of
 /// four.
 inline Vec2 concentricDisc(const Vec2& u) {
@@ -36,8 +52,10 @@ inline Vec2 concentricDisc(const Vec2& u) {
         return {};
     const bool wide = std::abs(a) > std::abs(b);
     const float r = wide ? a : b;
-    const float phi = wide ? (pi / 4) * (b / a) : (pi / 2) - (pi / 4) * (a / b);
-    return {r * std::cos(phi), r * std::sin(phi)};
+    const float angle = (pi / 4) * (wide ? b / a : a / b); // from the nearer of the two axes
+    const float along = r * smallCosine(angle);
+    const float across = r * smallSine(angle);
+    return wide ? Vec2{along, across} : Vec2{across, along};
 }
 
 /// Hemisphere around z, density cos θ / π.

@@ -1,6 +1,7 @@
 #include "workbench/engine/core/Surface.h"
 
 #include "workbench/engine/core/Microfacet.h"
+#include "workbench/engine/core/SmoothSurface.h"
 #include "workbench/engine/core/SurfaceTextures.h"
 
 #include <array>
@@ -26,7 +27,8 @@ Vec3 liftAt(const CompiledInstance& instance,
         corners[i] = instance.transform.point(t.mesh.positions[t.corners[i]]);
         normals[i] = normalize(instance.normals(t.mesh.normals[t.corners[i]])) * side;
     }
-    return liftOf(position, corners, normals, {1.0F - t.u - t.v, t.u, t.v}, flat);
+    const std::array<float, 3> weights{1.0F - t.u - t.v, t.u, t.v};
+    return liftOf(position, corners, normals, weights, flat);
 }
 
 float cutOut(const Material& material, float opacity) {
@@ -43,28 +45,6 @@ SurfaceMaterial untextured(const CompiledMaterial& compiled) {
 }
 
 } // namespace
-
-Vec3 liftOf(const Vec3& position,
-            const std::array<Vec3, 3>& corners,
-            const std::array<Vec3, 3>& normals,
-            const std::array<float, 3>& weights,
-            const Vec3& flat) {
-    Vec3 lift;
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        const float below = dot(position - corners[i], normals[i]);
-        lift += normals[i] * (-std::min(0.0F, below) * weights[i]);
-    }
-    const float square = dot(lift, lift);
-    if (!(square > 0.0F) || !std::isfinite(square))
-        return {};
-    // Normals that lean far off the triangle describe no surface above it.
-    constexpr float none = 0.4F;
-    constexpr float all = 0.7F;
-    const float upwards = dot(lift, flat);
-    if (upwards >= 0.0F && upwards * upwards >= all * all * square)
-        return lift;
-    return lift * std::clamp((upwards / std::sqrt(square) - none) / (all - none), 0.0F, 1.0F);
-}
 
 Surface
 surfaceAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, const RayCone& cone) {

@@ -46,24 +46,6 @@ struct Surface {
 Surface
 surfaceAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, const RayCone& cone);
 
-/// A normal that the eye sees: bent to just before the horizon when interpolation has turned it
-/// away.
-inline Vec3 facing(const Vec3& normal, const Vec3& toEye) {
-    constexpr float least = 0.01F;
-    const float c = dot(normal, toEye);
-    return c >= least ? normal : normalize(normal + toEye * (least - c));
-}
-
-/// How far a point of a triangle lies below the surface that the unit normals of its corners
-/// describe, on the side of \p flat, the triangle's own: rays start from there, so that the edges
-/// of triangles throw no shadow on their neighbours. Method: Hanika, "Hacking the Shadow
-/// Terminator", Ray Tracing Gems II, 2021, ch. 4.
-Vec3 liftOf(const Vec3& position,
-            const std::array<Vec3, 3>& corners,
-            const std::array<Vec3, 3>& normals,
-            const std::array<float, 3>& weights,
-            const Vec3& flat);
-
 /// A point of the ground.
 Surface
 groundAt(const CompiledScene& scene, const Vec3& position, const Vec3& direction, float distance);

@@ -90,9 +90,12 @@ constexpr float maxComponent(const Vec3& a) {
     return std::max(a.x, std::max(a.y, a.z));
 }
 
-/// Relative luminance of a linear colour with the sRGB primaries (Rec. ITU-R BT.709).
+/// Of the sRGB primaries (Rec. ITU-R BT.709).
+constexpr Color luminanceWeights{0.2126F, 0.7152F, 0.0722F};
+
+/// Relative luminance of a linear colour.
 constexpr float luminance(const Color& c) {
-    return 0.2126F * c.x + 0.7152F * c.y + 0.0722F * c.z;
+    return dot(luminanceWeights, c);
 }
 
 constexpr Vec3 lerp(const Vec3& a, const Vec3& b, float t) {
