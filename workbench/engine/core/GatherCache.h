@@ -1,9 +1,7 @@
 #pragma once
 
-#include "workbench/engine/core/Vec.h"
+#include "workbench/engine/core/Lanes.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <vector>
 
 namespace qor::engine {
@@ -40,13 +38,23 @@ public:
     bool irradiance(const Vec3& position, const Vec3& normal, Color& result) const;
 
 private:
+    /// Eight points as looking up needs them; where there are fewer, the others lie too far away.
+    struct Group {
+        Vec3x8 position;
+        Vec3x8 normal;
+        Vec3x8 irradiance;
+        Float8 perRadius;
+
+        Group();
+        void set(std::size_t lane, const GatherPoint& point);
+    };
+
     /// Cells of one size in a hash table; a point stands in every cell that it could be used in.
     struct Level {
         float cellSize = 0.0F;
-        std::uint32_t mask = 0; ///< table size - 1
-        std::vector<std::uint32_t>
-            starts; ///< of each table entry in `members`, one more at the end
-        std::vector<std::uint32_t> members; ///< indices of points
+        std::uint32_t mask = 0;            ///< table size - 1
+        std::vector<std::uint32_t> starts; ///< of each table entry in `groups`, one more at the end
+        std::vector<Group> groups;
     };
 
     static Level buildLevel(float cellSize,

@@ -139,7 +139,11 @@ struct Vec3x8 {
     /// The same in every lane.
     explicit Vec3x8(const Vec3& v) : x(eight(v.x)), y(eight(v.y)), z(eight(v.z)) {}
 
-    Vec3 operator[](std::size_t lane) const { return {x[lane], y[lane], z[lane]}; }
+    void set(std::size_t lane, const Vec3& v) {
+        x[lane] = v.x;
+        y[lane] = v.y;
+        z[lane] = v.z;
+    }
 };
 
 inline Vec3x8 operator+(const Vec3x8& a, const Vec3x8& b) {

@@ -22,9 +22,7 @@ struct LaneColors {
     Float8 alpha{};
 
     void set(std::size_t lane, const Color& c, float a) {
-        color.x[lane] = c.x;
-        color.y[lane] = c.y;
-        color.z[lane] = c.z;
+        color.set(lane, c);
         alpha[lane] = a;
     }
 
