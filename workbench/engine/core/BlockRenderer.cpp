@@ -31,6 +31,28 @@ Hit hitOf(const RayHitPacket& packet, std::size_t lane) {
             packet.hit.u[lane], packet.hit.v[lane]};
 }
 
+/// Adds the lanes of a packet, which lie in \p pixels in rising order, to their sums.
+void addUp(const LaneColors& lanes,
+           const std::array<std::size_t, packetWidth>& pixels,
+           BlockSums& sums) {
+    const Float8 light = luminance(lanes.color);
+    const Float8 squares = light * light;
+    const auto add = [&](std::size_t pixel, float r, float g, float b, float a, float square) {
+        float* rgba = sums.rgba.data() + pixel * 4;
+        rgba[0] += r;
+        rgba[1] += g;
+        rgba[2] += b;
+        rgba[3] += a;
+        sums.squares[pixel] += square;
+    };
+    const Vec3x8& c = lanes.color;
+    if (pixels.front() == pixels.back())
+        return add(pixels.front(), sumOf(c.x), sumOf(c.y), sumOf(c.z), sumOf(lanes.alpha),
+                   sumOf(squares));
+    for (std::size_t i = 0; i < packetWidth; ++i)
+        add(pixels[i], c.x[i], c.y[i], c.z[i], lanes.alpha[i], squares[i]);
+}
+
 } // namespace
 
 Vec2 BlockRenderer::filterOffset(const Vec2& u) const {
@@ -81,16 +103,7 @@ BlockSums BlockRenderer::render(int x, int y, const BlockWork& work) {
         }
         place(x, y, pixels, places);
         trace(places, colors);
-        const Float8 light = luminance(colors.color);
-        const Float8 squares = light * light;
-        for (std::size_t i = 0; i < packetWidth; ++i) {
-            float* rgba = sums.rgba.data() + pixels[i] * 4;
-            rgba[0] += colors.color.x[i];
-            rgba[1] += colors.color.y[i];
-            rgba[2] += colors.color.z[i];
-            rgba[3] += colors.alpha[i];
-            sums.squares[pixels[i]] += squares[i];
-        }
+        addUp(colors, pixels, sums);
     }
     return sums;
 }

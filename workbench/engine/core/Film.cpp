@@ -46,8 +46,8 @@ void Film::setCoarse(std::size_t cell, const std::array<float, 4>& rgba) {
 void Film::freeze() {
     frozen_ = true;
     // Whoever is adding holds a lock; whoever comes after sees the flag.
-    for (std::mutex& lock : locks_)
-        const std::scoped_lock passed(lock);
+    for (Lock& lock : locks_)
+        const std::scoped_lock passed(lock.mutex);
 }
 
 void Film::snapshotRows(int first, int count, Image& image) const {
@@ -67,36 +67,48 @@ void Film::snapshotRows(int first, int count, Image& image) const {
 
 void Film::showBlock(Image& image, int firstRow, int column, int row) const {
     const std::size_t index = grid_.index(column, row);
-    BlockSums sums;
+    std::array<float, std::size_t{4} * blockPixels> rgba{};
     std::uint32_t count = 0;
     {
         const std::scoped_lock lock(lockOf(index));
-        sums = blocks_[index];
+        rgba = blocks_[index].rgba;
         count = counts_[index];
     }
-    std::array<float, 4> instead{};
-    if (count == 0) {
+    if (count > 0) {
+        const float scale = 1.0F / static_cast<float>(count);
+        for (float& value : rgba)
+            value *= scale;
+    } else {
         const std::size_t cell = grid_.index(column, row / 2);
         const std::scoped_lock lock(lockOf(cell));
-        instead = coarse_[cell];
+        for (std::size_t i = 0; i < rgba.size(); ++i)
+            rgba[i] = coarse_[cell][i % 4];
     }
-    const float scale = count > 0 ? 1.0F / static_cast<float>(count) : 0.0F;
-    for (int i = 0; i < blockPixels; ++i) {
-        const int x = grid_.pixelX(column) + i % blockWidth;
-        const int y = grid_.pixelY(row) + i / blockWidth;
-        if (!grid_.contains(x, y) || y < firstRow || y >= firstRow + image.height)
+    showPixels(image, firstRow, column, row, rgba);
+}
+
+/// Copies what lies in the region and in the rows of \p image.
+void Film::showPixels(Image& image,
+                      int firstRow,
+                      int column,
+                      int row,
+                      const std::array<float, std::size_t{4} * blockPixels>& rgba) const {
+    const int x = grid_.pixelX(column);
+    const int left = std::max(x, grid_.left);
+    const int right = std::min(x + blockWidth, grid_.right);
+    for (int i = 0; i < blockHeight; ++i) {
+        const int y = grid_.pixelY(row) + i;
+        if (y < grid_.top || y >= grid_.bottom || y < firstRow || y >= firstRow + image.height)
             continue;
-        float* pixel = image.pixel(x, y - firstRow);
-        for (int channel = 0; channel < 4; ++channel)
-            pixel[channel] = count > 0
-                                 ? sums.rgba[static_cast<std::size_t>(i * 4 + channel)] * scale
-                                 : instead[static_cast<std::size_t>(channel)];
+        const float* from =
+            rgba.data() + static_cast<std::ptrdiff_t>(4) * (i * blockWidth + left - x);
+        std::copy_n(from, 4 * (right - left), image.pixel(left, y - firstRow));
     }
 }
 
 std::size_t Film::memory() const {
-    return blocks_.size() * sizeof(BlockSums) + counts_.size() * sizeof(counts_[0]) +
-           coarse_.size() * sizeof(coarse_[0]);
+    return blocks_.size() * sizeof(BlockSums) + counts_.size() * sizeof(std::uint32_t) +
+           coarse_.size() * sizeof(std::array<float, 4>);
 }
 
 } // namespace qor::engine

@@ -6,7 +6,11 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 #include <mutex>
+#include <new>
+#include <type_traits>
 #include <vector>
 
 namespace qor::engine {
@@ -61,6 +65,35 @@ struct BlockGrid {
     bool contains(int x, int y) const { return x >= left && x < right && y >= top && y < bottom; }
 };
 
+/// Zeros whose memory is had page by page when it is first written, by whoever writes it: so that
+/// it costs workers a little instead of making them wait for all of it.
+template <typename Value>
+class Zeros {
+public:
+    /// Throws std::bad_alloc when memory is short.
+    explicit Zeros(std::size_t size)
+        : size_(size), values_(static_cast<Value*>(std::calloc(size, sizeof(Value)))) {
+        static_assert(std::is_trivially_copyable_v<Value> &&
+                      std::is_trivially_destructible_v<Value>);
+        if (!values_ && size > 0)
+            throw std::bad_alloc();
+    }
+
+    std::size_t size() const { return size_; }
+
+    Value& operator[](std::size_t index) { return values_.get()[index]; }
+
+    const Value& operator[](std::size_t index) const { return values_.get()[index]; }
+
+private:
+    struct Free {
+        void operator()(Value* values) const { std::free(values); }
+    };
+
+    std::size_t size_;
+    std::unique_ptr<Value, Free> values_;
+};
+
 /// The pixels of a render: sums of samples. Workers add to it and anybody may take a picture of it
 /// at any time.
 class Film {
@@ -97,16 +130,26 @@ public:
 private:
     static constexpr std::size_t lockCount = 64;
 
-    std::mutex& lockOf(std::size_t index) const { return locks_[index / 64 % lockCount]; }
+    /// On a cache line of its own.
+    struct alignas(64) Lock {
+        std::mutex mutex;
+    };
+
+    std::mutex& lockOf(std::size_t index) const { return locks_[index / 64 % lockCount].mutex; }
 
     void showBlock(Image& image, int firstRow, int column, int row) const;
+    void showPixels(Image& image,
+                    int firstRow,
+                    int column,
+                    int row,
+                    const std::array<float, std::size_t{4} * blockPixels>& rgba) const;
 
     BlockGrid grid_;
     std::atomic<bool> frozen_{false};
-    std::vector<BlockSums> blocks_;
-    std::vector<std::uint32_t> counts_;
-    std::vector<std::array<float, 4>> coarse_;
-    mutable std::array<std::mutex, lockCount> locks_;
+    Zeros<BlockSums> blocks_;
+    Zeros<std::uint32_t> counts_;
+    Zeros<std::array<float, 4>> coarse_;
+    mutable std::array<Lock, lockCount> locks_;
 };
 
 } // namespace qor::engine
