@@ -117,6 +117,16 @@ TEST_F(DocumentSessionTest, AFileThatCannotBeOpenedLeavesTheOldDocument) {
     EXPECT_FALSE(frame->GetProgress());
 }
 
+TEST_F(DocumentSessionTest, NoNameIsNoFile) {
+    ASSERT_EQ(openFile(writeSample("a.qor")), "done");
+    EXPECT_EQ(openFile({}), "no file is named");
+    EXPECT_EQ(outcomeOf([&](const auto& finished) { session->importInto({}, finished); }),
+              "no file is named");
+    EXPECT_EQ(outcomeOf([&](const auto& finished) { session->saveAs({}, finished); }),
+              "no file is named");
+    EXPECT_EQ(session->current()->title(), "a");
+}
+
 TEST_F(DocumentSessionTest, ProgressIsInTheFrameAndGoesWithACancel) {
     session->open(writeStl("one.stl"), {});
     ASSERT_TRUE(frame->GetProgress());

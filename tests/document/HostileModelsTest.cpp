@@ -2,6 +2,8 @@
 #include "tests/document/DocumentTest.h"
 #include "tests/import/GltfBuilder.h"
 
+#include <sys/stat.h>
+
 #include <limits>
 
 using namespace qor::document;
@@ -120,4 +122,18 @@ TEST_F(HostileModels, AnEmptyACutAndAMislabelledFileAreRefusedByName) {
     }
     EXPECT_FALSE(open(store, directory.GetPath("missing.step")));
     EXPECT_FALSE(open(store, directory.GetPath()));
+}
+
+TEST_F(HostileModels, APipeIsNotWaitedForAndADocumentThatIsNoneIsSaid) {
+    DocumentStore store(loop, options());
+    const std::string pipe = directory.GetPath("pipe.step");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const Result<Document_var> waited = open(store, pipe);
+    ASSERT_FALSE(waited);
+    EXPECT_EQ(waited.failure().text, pipe + ": it is not a file");
+    const std::string none = directory.Write("none.qor", "what");
+    const Result<Document_var> opened = open(store, none);
+    ASSERT_FALSE(opened);
+    EXPECT_EQ(opened.failure().text,
+              none + ": it is not a document of this program, or it is damaged");
 }

@@ -18,6 +18,10 @@ Failure cancelled() {
     return {FaultKind::Input, cancelledText};
 }
 
+Failure nothingNamed() {
+    return {FaultKind::Input, "no file is named"};
+}
+
 void conclude(const DocumentSession::Finished& finished, const Result<Document_var>& outcome) {
     if (finished)
         finished(outcome);
@@ -64,6 +68,8 @@ void DocumentSession::newDocument(const Finished& finished) {
 }
 
 void DocumentSession::open(const fs::path& file, const Finished& finished) {
+    if (file.empty())
+        return conclude(finished, nothingNamed());
     if (refuseBusy(finished))
         return;
     leaveCurrent(
@@ -102,6 +108,8 @@ DocumentStore::Opened DocumentSession::opened(const Finished& finished) {
 }
 
 void DocumentSession::importInto(const fs::path& file, const Finished& finished) {
+    if (file.empty())
+        return conclude(finished, nothingNamed());
     if (refuseBusy(finished))
         return;
     const Document_var target(current());
@@ -135,6 +143,8 @@ void DocumentSession::save(const Finished& finished) {
 }
 
 void DocumentSession::saveAs(const fs::path& file, const Finished& finished) {
+    if (file.empty())
+        return conclude(finished, nothingNamed());
     if (refuseBusy(finished))
         return;
     const Document_var document(current());

@@ -51,7 +51,10 @@ DocumentStore::openAsync(const fs::path& file, ProgressListener progress, Opened
     auto work = [file, import = importSettings(options_.import),
                  lock = ownLock(file)](const WorkContext& context) -> Result<Opening> {
         Opening opening;
-        opening.isDocument = looksLikeDocument(file);
+        const Result<bool> kind = holdsDocument(file);
+        if (!kind)
+            return kind.failure();
+        opening.isDocument = kind.value();
         if (!opening.isDocument) {
             Result<LoadedDocument> imported = importModel(file, import, context);
             if (!imported)
@@ -151,7 +154,10 @@ OperationPtr DocumentStore::importAsync(Document& document,
                                         Finished done) {
     auto work = [file, import = importSettings(options_.import)](
                     const WorkContext& context) -> Result<LoadedDocument> {
-        if (!looksLikeDocument(file))
+        const Result<bool> isDocument = holdsDocument(file);
+        if (!isDocument)
+            return isDocument.failure();
+        if (!isDocument.value())
             return importModel(file, import, context);
         return readWithProgress(file, true, context);
     };

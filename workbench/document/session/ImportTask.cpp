@@ -121,6 +121,15 @@ readImported(const fs::path& file, const fs::path& model, const WorkContext& con
 
 } // namespace
 
+namespace {
+
+/// A fault of the temporary file that the import makes is one of the model's import, too.
+std::string naming(const fs::path& model, const std::string& text) {
+    return text.starts_with(model.string()) ? text : model.string() + ": " + text;
+}
+
+} // namespace
+
 Result<LoadedDocument>
 importModel(const fs::path& model, const ImportOptions& options, const WorkContext& context) {
     const ImportFolder folder;
@@ -132,7 +141,7 @@ importModel(const fs::path& model, const ImportOptions& options, const WorkConte
     if (outcome.end == import::ImportEnd::Cancelled)
         return Failure{FaultKind::Input, cancelledText};
     if (outcome.end != import::ImportEnd::Done)
-        return Failure{FaultKind::Input, outcome.text};
+        return Failure{FaultKind::Input, naming(model, outcome.text)};
     return readImported(target, model, context);
 }
 

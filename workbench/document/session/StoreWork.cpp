@@ -11,6 +11,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr const char* documentSuffix = ".qor";
 constexpr int lockAttempts = 100;
 constexpr std::chrono::milliseconds betweenAttempts{20};
 
@@ -37,6 +38,20 @@ Result<std::shared_ptr<DocumentLock>> takeLock(const fs::path& file, const WorkC
             return cancelled();
         std::this_thread::sleep_for(betweenAttempts);
     }
+}
+
+Result<bool> holdsDocument(const fs::path& file) {
+    std::error_code error;
+    if (!fs::exists(file, error))
+        return false; // the import says so
+    // A pipe may never say what it holds.
+    if (!fs::is_regular_file(file, error))
+        return Failure{FaultKind::Input, file.string() + ": it is not a file"};
+    const bool isDocument = looksLikeDocument(file);
+    if (!isDocument && file.extension() == documentSuffix)
+        return Failure{FaultKind::Input,
+                       file.string() + ": it is not a document of this program, or it is damaged"};
+    return isDocument;
 }
 
 Result<LoadedDocument>

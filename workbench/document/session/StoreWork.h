@@ -13,6 +13,10 @@ namespace qor::document {
 [[nodiscard]] Result<std::shared_ptr<DocumentLock>> takeLock(const std::filesystem::path& file,
                                                              const WorkContext& context);
 
+/// Whether \p file holds a document; else it may be a model. Fails for pipes, devices and folders,
+/// and for what is called as documents are but holds none.
+[[nodiscard]] Result<bool> holdsDocument(const std::filesystem::path& file);
+
 [[nodiscard]] Result<LoadedDocument>
 readWithProgress(const std::filesystem::path& file, bool quickCheck, const WorkContext& context);
 
