@@ -60,6 +60,18 @@ TEST_F(ViewerInput, ComesInDevicePixels) {
     EXPECT_TRUE(told.told.back().control);
 }
 
+TEST_F(ViewerInput, KeepsThePartsOfPositionsThatQtRoundsOnItsWay) {
+    ToldViewer& told = showTold();
+    const double ratio = control().devicePixelRatioF();
+    const QPointF inWindow = control().mapTo(control().window(), QPointF());
+    const QPointF exact(20.5, 30.25);
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(21.0, 30.0), exact + inWindow,
+                      control().mapToGlobal(exact), Qt::LeftButton, Qt::LeftButton, {});
+    QApplication::sendEvent(&control(), &press);
+    ASSERT_FALSE(told.told.empty());
+    EXPECT_EQ(told.told.back().pixel, (QorMathPoint2D{20.5 * ratio, 30.25 * ratio}));
+}
+
 TEST_F(ViewerInput, GoesOnOutsideWhileAButtonIsHeld) {
     ToldViewer& told = showTold();
     const double ratio = control().devicePixelRatioF();

@@ -59,7 +59,8 @@ bool ViewerControl::event(QEvent* event) {
 }
 
 void ViewerControl::tell(QMouseEvent& event) {
-    const std::optional<QorMouseEvent> mouse = mouseEventOf(event, devicePixelRatioF());
+    const std::optional<QorMouseEvent> mouse =
+        mouseEventOf(event, devicePixelRatioF(), mapTo(window(), QPointF()));
     const auto hook = onMouse; // the control may go in it
     event.setAccepted(mouse && hook && hook(*mouse));
 }

@@ -82,6 +82,15 @@ QorMouseEvent at(const QPointF& position, Qt::KeyboardModifiers modifiers, doubl
     return mouse;
 }
 
+/// Qt rounds an event's position to whole device-independent pixels on the way from the window to
+/// the control; the window's own position has its parts still. Events that were made for the
+/// control alone have no such position.
+QPointF exactPosition(const QMouseEvent& event, const QPointF& inWindow) {
+    const QPointF exact = event.scenePosition() - inWindow;
+    const QPointF lost = exact - event.position();
+    return std::abs(lost.x()) < 1.0 && std::abs(lost.y()) < 1.0 ? exact : event.position();
+}
+
 } // namespace
 
 QorMathPoint2D devicePixel(const QPointF& position, double ratio) {
@@ -93,11 +102,12 @@ QorMathPoint2D devicePixel(const QPointF& position, double ratio) {
     return {whole(position.x()), whole(position.y())};
 }
 
-std::optional<QorMouseEvent> mouseEventOf(const QMouseEvent& event, double ratio) {
+std::optional<QorMouseEvent>
+mouseEventOf(const QMouseEvent& event, double ratio, const QPointF& inWindow) {
     const std::optional<Action> action = actionOf(event.type());
     if (!action)
         return std::nullopt;
-    QorMouseEvent mouse = at(event.position(), event.modifiers(), ratio);
+    QorMouseEvent mouse = at(exactPosition(event, inWindow), event.modifiers(), ratio);
     mouse.action = *action;
     mouse.button = buttonOf(*action == Action::Move ? event.buttons() : event.button());
     if (*action != Action::Move && mouse.button == Button::None)

@@ -14,8 +14,10 @@ class QKeyEvent;
 namespace qor::desktop {
 
 /// What Qt says a person did, in the words of viewers. All translation is here. \p ratio: device
-/// pixels a device-independent pixel. Nothing for buttons that viewers do not know.
-[[nodiscard]] std::optional<QorMouseEvent> mouseEventOf(const QMouseEvent& event, double ratio);
+/// pixels a device-independent pixel; \p inWindow: where the control lies in its window. Nothing
+/// for buttons that viewers do not know.
+[[nodiscard]] std::optional<QorMouseEvent>
+mouseEventOf(const QMouseEvent& event, double ratio, const QPointF& inWindow);
 
 /// Nothing for wheels that turn sideways alone. Fine wheels and touch pads give parts of steps.
 [[nodiscard]] std::optional<QorMouseEvent> wheelEventOf(const QWheelEvent& event, double ratio);
