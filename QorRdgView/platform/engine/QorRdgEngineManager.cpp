@@ -11,7 +11,7 @@ const QorEventName QorRdgEngineManager::RENDER_DONE = "RENDER_DONE";
 
 namespace {
 
-constexpr std::chrono::milliseconds pumpInterval(10);
+constexpr std::chrono::milliseconds pumpInterval(5);
 constexpr int largestSide = 65535;
 
 QorRdgEngineManager* theManager = nullptr;

@@ -7,10 +7,13 @@ namespace qor::adapter {
 
 namespace {
 
-/// From one picture for the screen to the next, at least.
-constexpr std::chrono::milliseconds refreshInterval{80};
+/// From one picture for the screen to the next, at least: what is made of it until it is seen comes
+/// on top.
+constexpr std::chrono::milliseconds refreshInterval{50};
+/// And at least so many times as long as it took to make one.
+constexpr int restBetween = 2;
 /// The listener wakes the worker without taking its lock, so now and then one call is missed.
-constexpr std::chrono::milliseconds longestSleep{10};
+constexpr std::chrono::milliseconds longestSleep{5};
 
 bool isRunning(engine::RenderState state) {
     return state == engine::RenderState::preparing || state == engine::RenderState::tracing;
@@ -95,8 +98,8 @@ void RenderTask::follow(engine::Render& render) {
         const auto start = Clock::now();
         publish(maker_.forScreen(render), maker_.fitsScreen(), false);
         shown = true;
-        // Pictures for the screen shall not take more than a fifth of a processor.
-        next = start + std::max<Clock::duration>(refreshInterval, (Clock::now() - start) * 5);
+        next = start +
+               std::max<Clock::duration>(refreshInterval, (Clock::now() - start) * restBetween);
     }
 }
 

@@ -60,11 +60,17 @@ RenderOptions withinTime(RenderOptions options) {
     return options;
 }
 
-/// For the coarse picture: what can be had at once.
+/// For the coarse picture: what can be had at once. One mirror image, and what stands behind a
+/// pane.
 RenderOptions coarseOptions(RenderOptions options) {
+    constexpr TraceDepth enough{
+        .reflections = 1, .refractions = 2, .total = 2, .diffuseBounces = 0};
+    TraceDepth& depth = options.depth;
+    depth.reflections = std::min(depth.reflections, enough.reflections);
+    depth.refractions = std::min(depth.refractions, enough.refractions);
+    depth.total = std::min(depth.total, enough.total);
+    depth.diffuseBounces = enough.diffuseBounces;
     options.finalGather.on = false;
-    options.depth.diffuseBounces = 0;
-    options.depth.total = std::min(options.depth.total, 4);
     return options;
 }
 
