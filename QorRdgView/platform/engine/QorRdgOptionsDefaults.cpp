@@ -45,7 +45,7 @@ const QorRdgOptionsDefaults::Quality& QorRdgOptionsDefaults::QualityOf(int iLeve
          .depth = 8,
          .minimumSamples = 4,
          .maximumSamples = 64,
-         .contrast = 0.018F,
+         .contrast = 0.022F,
          .gatherRays = 256},
         {.raytracing = true,
          .reflections = 8,

@@ -8,8 +8,9 @@ namespace {
 
 constexpr Color white{1.0F, 1.0F, 1.0F};
 
-/// Directions into the surroundings that one look at a shadow takes.
+/// Directions into the surroundings that one look at a shadow takes, of the camera and of a mirror.
 constexpr int looksAround = 4;
+constexpr int looksAroundMirrored = 1;
 
 /// How much of the ground is there at \p place.
 float presence(const Ground& ground, const Vec3& place) {
@@ -86,7 +87,10 @@ void PathTracer::shadeGround(PathState& state,
     result.color += state.throughput * light;
 
     const float through = (1.0F - covered) * clear;
-    const Color shadow = through > 0.0F && present > 0.0F ? groundShadow(vertex, sampler) : white;
+    const int looks =
+        state.bounces == 0 && state.seesBackground ? looksAround : looksAroundMirrored;
+    const Color shadow =
+        through > 0.0F && present > 0.0F ? groundShadow(vertex, looks, sampler) : white;
     const Color seen = lerp(white, shadow, present) * through;
     state.uncovered *= luminance(seen); // shadows cover the background, too
     state.throughput *= seen;
@@ -112,7 +116,7 @@ PathTracer::mirrorInGround(const PathState& state, const Surface& surface, Sampl
 
 /// Share of the light that would arrive at \p vertex without the objects: what see-through ground
 /// shows of them.
-Color PathTracer::groundShadow(const Vertex& vertex, Sampler& sampler) {
+Color PathTracer::groundShadow(const Vertex& vertex, int looks, Sampler& sampler) {
     const LightSampler& lights = scene_.lights();
     Color whole = scene_.ambient() * pi;
     Color lit = whole;
@@ -132,10 +136,10 @@ Color PathTracer::groundShadow(const Vertex& vertex, Sampler& sampler) {
         const float infinity = std::numeric_limits<float>::infinity();
         const Frame frame(vertex.surface.normal);
         const Vec2 first = sampler.next2D();
-        for (int i = 0; i < looksAround; ++i) {
+        for (int i = 0; i < looks; ++i) {
             const Vec3 up = frame.toWorld(cosineHemisphere(spread(first, i)));
-            const Color share =
-                environment.radiance(up, 0.0F) * (environment.diffuseShare() * pi / looksAround);
+            const Color share = environment.radiance(up, 0.0F) *
+                                (environment.diffuseShare() * pi / static_cast<float>(looks));
             whole += share;
             lit +=
                 share * visibility(vertex.surface, {up, infinity, white, infinity, true}).straight;

@@ -172,7 +172,7 @@ private:
     meetGround(PathState& state, Sampler& sampler, float t, Surface& surface, PathResult& result);
     void
     shadeGround(PathState& state, Sampler& sampler, const Surface& surface, PathResult& result);
-    Color groundShadow(const Vertex& vertex, Sampler& sampler);
+    Color groundShadow(const Vertex& vertex, int looks, Sampler& sampler);
     PathResult mirrorInGround(const PathState& state, const Surface& surface, Sampler& sampler);
     Visibility marchVisibility(Ray ray);
     void setProbabilities(const PathState& state, Vertex& vertex) const;
