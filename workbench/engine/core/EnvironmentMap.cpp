@@ -5,10 +5,6 @@ namespace qor::engine {
 namespace {
 
 constexpr int maxColumns = 512;
-/// How much wider a ray sees smooth surroundings than its footprint is: about as wide as the lobe
-/// that has sent it, so that few rays do. Method: Křivánek and Colbert, "Real-time Shading with
-/// Filtered Importance Sampling", 2008.
-constexpr float softening = 6.0F;
 
 /// Turns \p sums (n + 1 running sums) into the cell of \p u and moves \p u to its place in the
 /// cell, 0..1.
@@ -55,7 +51,7 @@ Color EnvironmentMap::radiance(const Vec3& d, float spread) const {
     if (picture_ == nullptr || black_)
         return factor_;
     const Vec2 at = coordinates(d);
-    return factor_ * look(at.x, at.y, (smooth_ ? spread * softening : spread) / (2.0F * pi));
+    return factor_ * look(at.x, at.y, spread / (2.0F * pi));
 }
 
 void EnvironmentMap::buildDistribution() {

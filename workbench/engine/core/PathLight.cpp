@@ -13,6 +13,14 @@ constexpr float almostThere = 0.9999F;
 
 constexpr Color white{1.0F, 1.0F, 1.0F};
 
+/// How wide the part of smooth surroundings is that a direction chosen with density \p pdf stands
+/// for, when a few are chosen: rare ones stand for much, so that none brings a speckle. Method:
+/// Křivánek and Colbert, "Real-time Shading with Filtered Importance Sampling", 2008.
+float widthOfShare(float pdf) {
+    constexpr float chosen = 4.0F;
+    return std::min(2.0F / std::sqrt(pi * pdf * chosen), pi);
+}
+
 /// Where a background picture that keeps its proportions is cut at, to cover the whole picture.
 Vec2 covering(const Vec2& raster, const Picture& picture, const RenderOptions& options) {
     const float wanted = static_cast<float>(options.width) / static_cast<float>(options.height);
@@ -152,7 +160,10 @@ Color PathTracer::leaving(const PathState& state) const {
     const EnvironmentMap& environment = scene_.environment();
     if (environment.isBlack())
         return ambient;
-    const Color radiance = environment.radiance(state.direction, state.cone.spread);
+    const float width = environment.isSampled()
+                            ? state.cone.spread
+                            : std::max(state.cone.spread, widthOfShare(state.pdf));
+    const Color radiance = environment.radiance(state.direction, width);
     if (!environment.isSampled() && !state.straight)
         return radiance * environment.diffuseShare();
     if (!environment.isSampled())
