@@ -22,8 +22,8 @@ constexpr auto rows = std::to_array<Row>({
     {"JPEG_FAIR", "JPEG JPEG", false, 24},
     {"JPEG", "JPEG JPEG", false, 12},
     {"JPEG_HIGH", "JPEG JPEG", false, 4},
-    {"PICT", "PICT", false, 0},
-    {"PSD", "PSD", false, 0},
+    {"PICT", "PICT", true, 0},
+    {"PSD", "PSD", true, 0},
     {"PNG", "PNG Zip", true, 0},
     {"TGA", "TGA", true, 0},
 });
@@ -87,7 +87,14 @@ TEST_F(PictureFormats, KeepAlphaWhereTheyHaveIt) {
         SCOPED_TRACE(row.keyword);
         const std::string path =
             write(*picture, row.keyword, std::string("picture") + endingOf(row.keyword));
-        if (row.alpha) {
+        if (std::string_view(row.keyword) == "PSD") {
+            EXPECT_LE(largestDifference(convertedPixels(path, "rgba"), *picture->GetPixels()), 3)
+                << "the picture is kept on white";
+        } else if (std::string_view(row.keyword) == "PICT") {
+            const auto back = read(path); // the other program reads no alpha from such a file
+            ASSERT_TRUE(back) << lastError;
+            EXPECT_EQ(*back->GetPixels(), *picture->GetPixels());
+        } else if (row.alpha) {
             EXPECT_EQ(convertedPixels(path, "rgba"), *picture->GetPixels());
         } else {
             const auto opaque = read(path);
@@ -107,6 +114,29 @@ TEST_F(PictureFormats, KeepTheColoursBehindADroppedAlpha) {
     }
 }
 
+TEST_F(PictureFormats, HaveNoAlphaForAPictureWithoutHoles) {
+    auto pixels = std::make_shared<Pixels>(*makeGradient(40, 24, 4)->GetPixels());
+    for (std::size_t i = 3; i < pixels->size(); i += 4)
+        (*pixels)[i] = 255;
+    const auto solid = QorMake<QorPixelImage>(40, 24, 4, std::move(pixels));
+    for (const Row& row : rows) {
+        const auto back = read(write(*solid, row.keyword, "solid.any"));
+        ASSERT_TRUE(back) << row.keyword << lastError;
+        EXPECT_EQ(back->GetChannels(), 3) << row.keyword;
+        EXPECT_LE(largestDifference(*back->GetPixels(), *makeGradient(40, 24, 3)->GetPixels()),
+                  row.tolerance)
+            << row.keyword;
+    }
+}
+
+TEST_F(PictureFormats, PsdKeepsAPictureWithHolesAsALayerToo) {
+    const auto picture = makeGradient(40, 24, 4);
+    const std::string path = write(*picture, "PSD", "picture.psd");
+    const std::string layer = run(std::string(QOR_CONVERT) + " '" + path + "[1]' -depth 8 rgba:-");
+    EXPECT_EQ(Pixels(layer.begin(), layer.end()), *picture->GetPixels());
+    EXPECT_EQ(run(std::string(QOR_IDENTIFY) + " -format '%wx%h ' '" + path + "'"), "40x24 40x24 ");
+}
+
 TEST_F(PictureFormats, AreReadBack) {
     for (const int channels : {3, 4})
         for (const Row& row : rows) {
@@ -115,9 +145,10 @@ TEST_F(PictureFormats, AreReadBack) {
             const auto back = read(write(*picture, row.keyword, "picture.any"));
             ASSERT_TRUE(back) << lastError;
             if (row.alpha || channels == 3) {
+                const bool onWhite = channels == 4 && std::string_view(row.keyword) == "PSD";
                 EXPECT_EQ(back->GetChannels(), channels);
                 EXPECT_LE(largestDifference(*back->GetPixels(), *picture->GetPixels()),
-                          row.tolerance);
+                          onWhite ? 3 : row.tolerance);
             }
         }
 }
@@ -137,8 +168,23 @@ TEST_F(PictureFormats, SayHowDenseThePictureIsWhereTheyCan) {
             EXPECT_NEAR(across, pixelsPerInch, 0.02) << keyword << " " << seen;
             EXPECT_NEAR(down, pixelsPerInch, 0.02) << keyword << " " << seen;
         }
-    for (const char* keyword : {"RGB", "PICT", "TGA"})
+    for (const char* keyword : {"RGB", "TGA"})
         EXPECT_TRUE(read(write(*picture, keyword, "picture.any"))) << keyword << lastError;
+}
+
+TEST_F(PictureFormats, PictSaysHowDenseThePictureIs) {
+    const auto picture = makeGradient(40, 24, 3);
+    for (const int pixelsPerInch : {0, 300}) {
+        constexpr std::size_t header = 512 + 20; // behind size, frame and versions
+        picture->SetPixelsPerInch(pixelsPerInch);
+        write(*picture, "PICT", "picture.pic");
+        const std::string bytes = directory.Read("picture.pic");
+        const int dense = pixelsPerInch == 0 ? 72 : pixelsPerInch;
+        for (const std::size_t at : {header, header + 4}) {
+            EXPECT_EQ(static_cast<std::uint8_t>(bytes.at(at)), dense / 256);
+            EXPECT_EQ(static_cast<std::uint8_t>(bytes.at(at + 1)), dense % 256);
+        }
+    }
 }
 
 TEST_F(PictureFormats, PsdHasAUsefulDensityThoughThePictureHasNone) {
@@ -226,9 +272,15 @@ TEST_F(PictureFormats, JpegQualitiesDiffer) {
 
 TEST_F(PictureFormats, SayThatTheyAreSrgb) {
     const auto picture = makeGradient(40, 24, 3);
-    for (const char* keyword : {"TIFF", "TIFFPB", "JPEG_FAIR", "JPEG", "JPEG_HIGH", "PSD", "PNG"})
-        EXPECT_EQ(identify(write(*picture, keyword, "picture.any"), "%[profile:icc]"), "sRGB")
+    for (const char* keyword :
+         {"TIFF", "TIFFPB", "JPEG_FAIR", "JPEG", "JPEG_HIGH", "PICT", "PSD", "PNG"})
+        EXPECT_EQ(identify(write(*picture, keyword, std::string("picture") + endingOf(keyword)),
+                           "%[profile:icc]"),
+                  "sRGB")
             << keyword;
+    constexpr std::size_t colorSpace = 70; // of a bitmap's version 5 header
+    write(*picture, "BMP", "picture.bmp");
+    EXPECT_EQ(directory.Read("picture.bmp").substr(colorSpace, 4), "BGRs");
 }
 
 } // namespace

@@ -1,12 +1,15 @@
 #include "workbench/imaging/Decode.h"
 
 #include "workbench/imaging/Library.h"
+#include "workbench/imaging/PictFile.h"
 #include "workbench/imaging/PictureFormat.h"
 #include "workbench/imaging/WholeFile.h"
 
 #include <Magick++.h>
 
+#include <optional>
 #include <stdexcept>
+#include <vector>
 
 namespace qor::imaging {
 
@@ -44,14 +47,19 @@ void makeSrgb(Magick::Image& image, std::string_view coder) {
         image.colorSpace(Magick::sRGBColorspace);
 }
 
-QorPixelImage* takePixels(Magick::Image& image) {
+using Alpha = std::optional<std::vector<std::uint8_t>>;
+
+/// \p alpha, if there is one, takes the place of the picture's own.
+QorPixelImage* takePixels(Magick::Image& image, const Alpha& alpha) {
     if (!image.isValid() || image.columns() == 0 || image.rows() == 0)
         throw std::runtime_error("it holds no pixels");
-    const int channels = image.matte() ? 4 : 3;
+    const int channels = alpha || image.matte() ? 4 : 3;
     auto pixels = std::make_shared<QorPixelImage::Pixels>(image.columns() * image.rows() *
                                                           static_cast<std::size_t>(channels));
     image.write(0, 0, image.columns(), image.rows(), channels == 4 ? "RGBA" : "RGB",
                 Magick::CharPixel, pixels->data());
+    for (std::size_t i = 0; alpha && i < alpha->size(); ++i)
+        (*pixels)[i * 4 + 3] = (*alpha)[i];
     return new QorPixelImage(static_cast<int>(image.columns()), static_cast<int>(image.rows()),
                              channels, std::move(pixels));
 }
@@ -72,7 +80,9 @@ QorPixelImage* decodeBy(const char* coder, std::string_view bytes) {
     readStrictly(image, blob);
     image.quiet(true);
     makeSrgb(image, coder);
-    return takePixels(image);
+    if (std::string_view(coder) == "PICT") // Magick++ writes its alpha, but does not read it
+        return takePixels(image, alphaOfPict(bytes, image.columns(), image.rows()));
+    return takePixels(image, {});
 }
 
 } // namespace

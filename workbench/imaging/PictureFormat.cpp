@@ -14,21 +14,21 @@ using namespace std::string_view_literals;
 constexpr int sixteenBits = 65535;
 constexpr int unlimited = 100000;
 constexpr int photoshopSide = 30000;
-constexpr int quickDrawSide = 32767;
+constexpr int quickDrawSide = 8191; // four bytes a pixel, and fifteen bits for the bytes of a row
 constexpr int jpegSide = 65500;
 
 constexpr auto formats = std::to_array<PictureFormat>({
-    {"TIFF", "TIFF", Compression::none, 0, true, true, true, unlimited},
-    {"TIFFPB", "TIFF", Compression::packBits, 0, true, true, true, unlimited},
-    {"RGB", "SGI", Compression::runLength, 0, true, true, false, sixteenBits},
-    {"BMP", "BMP", Compression::none, 0, true, true, false, unlimited},
-    {"JPEG_FAIR", "JPEG", Compression::jpeg, 50, false, false, true, jpegSide},
-    {"JPEG", "JPEG", Compression::jpeg, 80, false, false, true, jpegSide},
-    {"JPEG_HIGH", "JPEG", Compression::jpeg, 97, true, false, true, jpegSide},
-    {"PICT", "PICT", Compression::none, 0, true, false, false, quickDrawSide},
-    {"PSD", "PSD", Compression::runLength, 0, true, false, true, photoshopSide},
-    {"PNG", "PNG", Compression::zip, 0, true, true, true, unlimited},
-    {"TGA", "TGA", Compression::none, 0, true, true, false, sixteenBits},
+    {"TIFF", "TIFF", Compression::none, 0, true, true, true, false, unlimited},
+    {"TIFFPB", "TIFF", Compression::packBits, 0, true, true, true, false, unlimited},
+    {"RGB", "SGI", Compression::runLength, 0, true, true, false, false, sixteenBits},
+    {"BMP", "BMP", Compression::none, 0, true, true, false, false, unlimited},
+    {"JPEG_FAIR", "JPEG", Compression::jpeg, 50, false, false, true, false, jpegSide},
+    {"JPEG", "JPEG", Compression::jpeg, 80, false, false, true, false, jpegSide},
+    {"JPEG_HIGH", "JPEG", Compression::jpeg, 97, true, false, true, false, jpegSide},
+    {"PICT", "PICT", Compression::none, 0, true, true, true, true, quickDrawSide},
+    {"PSD", "PSD", Compression::runLength, 0, true, true, true, true, photoshopSide},
+    {"PNG", "PNG", Compression::zip, 0, true, true, true, false, unlimited},
+    {"TGA", "TGA", Compression::none, 0, true, true, false, false, sixteenBits},
 });
 
 struct Signature {

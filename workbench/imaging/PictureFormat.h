@@ -12,11 +12,12 @@ struct PictureFormat {
     std::string_view keyword; ///< as dialogs name it
     const char* coder;        ///< as Magick++ names it
     Compression compression = Compression::none;
-    int quality = 0;       ///< JPEG only, 1..100
-    bool fullColor = true; ///< JPEG only: colour as fine as brightness
-    bool alpha = false;    ///< keeps a picture's alpha
-    bool profile = false;  ///< carries an sRGB colour profile
-    int largestSide = 0;   ///< in pixels
+    int quality = 0;           ///< JPEG only, 1..100
+    bool fullColor = true;     ///< JPEG only: colour as fine as brightness
+    bool alpha = false;        ///< keeps a picture's alpha
+    bool profile = false;      ///< carries an sRGB colour profile
+    bool needsDensity = false; ///< its files always tell one
+    int largestSide = 0;       ///< in pixels
 };
 
 /// The eleven formats, in the order in which dialogs list them.
