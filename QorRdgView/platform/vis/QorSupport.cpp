@@ -7,13 +7,14 @@ const QorEventName QorGraphicWindow::GRAPHICWINDOW_SWAP = "GRAPHICWINDOW_SWAP";
 
 namespace {
 
-constexpr float dotsPerInch = 96.0F; // until a host tells its screen's
-constexpr float mmPerInch = 25.4F;
+// 96 dots an inch, until a host tells its screen's; rounded down, so that 192 pixels an inch are
+// twice as many and not, cut to integers, one less.
+constexpr float screenUnits = 3.7795274F;
 
 } // namespace
 
 QorSupport::QorSupport(float iWidth, float iHeight)
-    : width(iWidth), height(iHeight), mmInSupportUnit(dotsPerInch / mmPerInch) {}
+    : width(iWidth), height(iHeight), mmInSupportUnit(screenUnits) {}
 
 void QorSupport::GetWidthAndHeight(float& oWidth, float& oHeight) const {
     oWidth = width;
