@@ -27,6 +27,17 @@ bool IsGone(QorIRdgDisplay& iDisplay) {
     return widget != nullptr && widget->IsDying();
 }
 
+bool IsEmpty(const QorRdgWindow& iRegion) {
+    return iRegion.x1 >= iRegion.x2 || iRegion.y1 >= iRegion.y2;
+}
+
+/// Why nothing can be rendered of a region, or of what is left of it in the picture.
+QorUnicodeString CheckRegion(const QorRdgWindow& iRegion, const QorRdgWindow& iClipped) {
+    if (IsEmpty(iRegion))
+        return "the area to render is empty";
+    return IsEmpty(iClipped) ? "the region to render lies outside the picture" : "";
+}
+
 QorRdgWindow Clip(const QorRdgWindow& iRegion, int iWidth, int iHeight) {
     return {std::clamp(iRegion.x1, 0, iWidth), std::clamp(iRegion.y1, 0, iHeight),
             std::clamp(iRegion.x2, 0, iWidth), std::clamp(iRegion.y2, 0, iHeight)};
@@ -93,8 +104,8 @@ QorResult QorRdgEngineManager::StartRender(QorIRdgWorld* iWorld,
         job->record.region = *iRegion;
         request.region = Clip(*iRegion, std::max(iWidth, 0), std::max(iHeight, 0));
         job->region = *request.region;
-        if (reason.IsNull() && (job->region.Width() <= 0 || job->region.Height() <= 0))
-            reason = "the region to render lies outside the picture";
+        if (reason.IsNull())
+            reason = CheckRegion(*iRegion, job->region);
     }
     if (reason.IsNull() && iWorld == nullptr)
         reason = "there is nothing to render";

@@ -1,6 +1,7 @@
 #include "workbench/engine/adapter/Engine.h"
 
 #include "platform/system/QorPaths.h"
+#include "workbench/engine/adapter/Memory.h"
 #include "workbench/engine/adapter/OptionsTranslation.h"
 #include "workbench/engine/adapter/RunningRender.h"
 
@@ -54,6 +55,8 @@ std::unique_ptr<QorRdgRender> Engine::Start(const QorRdgRequest& request,
     const engine::RenderOptions options = translateOptions(request);
     if (const auto valid = engine::validate(options); !valid)
         return refuse(reason, valid.error().message.c_str());
+    if (const std::string shortage = findShortageOfMemory(options); !shortage.empty())
+        return refuse(reason, shortage.c_str());
     if (!cameraOf(snapshot.camera))
         return refuse(reason, "the camera cannot take a picture: its eye, target and up direction, "
                               "or its field of view, make no view");

@@ -67,7 +67,9 @@ Result<Done> validate(const RenderOptions& options) {
         return ranges;
     if (std::int64_t{options.width} * options.height > maxPixels)
         return Error{ErrorCode::tooLarge, "a picture of " + std::to_string(options.width) + " x " +
-                                              std::to_string(options.height) + " pixels"};
+                                              std::to_string(options.height) +
+                                              " pixels is too large: at most " +
+                                              std::to_string(maxPixels) + " pixels are rendered"};
     const Region region = clippedRegion(options);
     if (region.width == 0 || region.height == 0)
         return Error{ErrorCode::emptyRegion, "no pixel of the region lies in the picture of " +
