@@ -67,10 +67,13 @@ bool IsOld(const std::string& iPath) {
            status.st_mtim.tv_sec < std::time(nullptr) - oldInSeconds;
 }
 
-/// A device or directory is not to be replaced by a file.
-bool IsReplaceable(const std::string& iPath) {
+/// Why a path is not to be replaced by a file: a folder or device is there. 0: nothing speaks
+/// against it.
+int FindObstacle(const std::string& iPath) {
     struct stat status = {};
-    return stat(iPath.c_str(), &status) != 0 || S_ISREG(status.st_mode);
+    if (stat(iPath.c_str(), &status) != 0 || S_ISREG(status.st_mode))
+        return 0;
+    return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
 }
 
 void CopyMode(const std::string& iFrom, int iFile) {
@@ -107,8 +110,8 @@ bool SyncDirectory(const std::string& iDirectory) {
 QorFileWriter::QorFileWriter(std::string iPath) : target(FollowLinks(std::move(iPath))) {
     constexpr mode_t usual = 0666; // less the umask
     static std::atomic<int> count = 0;
-    if (!IsReplaceable(target)) {
-        Fail("cannot be written", EINVAL);
+    if (const int obstacle = FindObstacle(target); obstacle != 0) {
+        Fail("cannot be written", obstacle);
         return;
     }
     const Split split = SplitTarget(target);

@@ -100,6 +100,7 @@ TEST(QorFileWriter, FailsWithTheReason) {
         EXPECT_EQ(writer.Commit(), E_FAIL) << path;
         EXPECT_NE(writer.GetError().find(path), std::string::npos) << writer.GetError();
     }
+    EXPECT_TRUE(QorFileWriter(directory.GetPath("folder")).GetError().ends_with("Is a directory"));
     EXPECT_EQ(directory.List(), Lines{"folder"});
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
 }
