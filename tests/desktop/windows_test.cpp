@@ -123,7 +123,7 @@ TEST_F(Windows, HidingAndShowingByProgramSendsNothing) {
 
 TEST_F(Windows, AFileDialogGivesThePathAsTypedAndStaysOpen) {
     auto* file = new QorDlgFile(window, "file", QorDlgFileSave);
-    const QorUnicodeString labels[] = {"TIFF", "PNG"};
+    const QorUnicodeString labels[] = {"TIFF", "PNG (*.png)"};
     const QorString patterns[] = {"*.tif", "*.png"};
     file->SetFilterStrings(labels, patterns, 2);
     file->SetDirectory(directory.GetPath("").c_str());
@@ -148,6 +148,8 @@ TEST_F(Windows, AFileDialogGivesThePathAsTypedAndStaysOpen) {
         EXPECT_EQ(asking.size(), 2) << "something else was asked";
     }
     auto* filters = control->findChild<QComboBox*>("fileTypeCombo");
+    EXPECT_EQ(filters->itemText(0), "TIFF (*.tif)");
+    EXPECT_EQ(filters->itemText(1), "PNG (*.png)") << "the pattern stands there once";
     filters->setFocus();
     key(filters, Qt::Key_Down);
     EXPECT_EQ(file->GetActiveFilterIndex(), 1);

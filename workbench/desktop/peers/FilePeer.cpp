@@ -17,14 +17,15 @@ namespace qor::desktop {
 namespace {
 
 /// What a person reads of a filter: "STEP (*.stp *.step)", each ending once however it is written,
-/// and the label alone where there are too many.
+/// and the label alone where there are too many or it tells them itself.
 QString shownFilter(const QString& label, const QString& pattern) {
     constexpr int most = 4;
     QStringList endings = pattern.toLower().split(QLatin1Char(' '), Qt::SkipEmptyParts);
     endings.removeDuplicates();
     if (endings.size() > most || pattern == QLatin1String("*"))
         return label;
-    return QStringLiteral("%1 (%2)").arg(label, endings.join(QLatin1Char(' ')));
+    const QString told = QStringLiteral("(%1)").arg(endings.join(QLatin1Char(' ')));
+    return label.endsWith(told) ? label : label + QLatin1Char(' ') + told;
 }
 
 } // namespace
