@@ -12,6 +12,15 @@
 namespace {
 
 constexpr const char* texts = "QorRdgEasyRenderDialog";
+constexpr const char* fileBox = "fileBox";
+
+/// The child dialog of that name that a person sees; null when there is none.
+QorDlgDialog* FindShown(const QorCommand& iFather, const char* iName) {
+    for (QorDlgDialog* one : QorDlgDialog::GetAll())
+        if (one->GetFather() == &iFather && one->GetName() == iName && one->CanAct())
+            return one;
+    return nullptr;
+}
 
 QorUnicodeString CommonText(const char* iKey) {
     return QorMsgCatalog::BuildMessage("QorRscScene", iKey);
@@ -32,7 +41,11 @@ void QorRdgEasyRenderDialog::SaveCB(QorCommand* /*iCommand*/,
                                     QorNotification* /*iNotification*/,
                                     QorSubscriberData /*iData*/) {
     QorTrace(4, "(QorRdgEasyRenderDialog::SaveCB) \n");
-    auto* dialog = new QorDlgStdFile(this, "fileBox", QorDlgFileSave | QorDlgWndModal,
+    if (QorDlgDialog* open = FindShown(*this, fileBox)) {
+        open->SetVisibility(QorDlgSHOW);
+        return;
+    }
+    auto* dialog = new QorDlgStdFile(this, fileBox, QorDlgFileSave | QorDlgWndModal,
                                      QorRdgPictureFormats::GetExtensions());
     dialog->SetTitle(QorMsgCatalog::BuildMessage("QorFMNotify", "SaveAsTitle"));
     QorRdgPictureFormats::SetFilters(*dialog);
@@ -70,8 +83,9 @@ void QorRdgEasyRenderDialog::SaveOKCB(QorCommand* iCommand,
 
 /// Whether there is no such file, or the person wants it to be replaced.
 bool QorRdgEasyRenderDialog::MayWrite(QorDlgFile& iDialog, const QorUnicodeString& iPath) const {
-    if (QorGetFileInfo(iPath) != 0)
-        return true;
+    QorFileInfo there;
+    if (QorGetFileInfo(iPath, &there) != 0 || there.isDirectory)
+        return true; // a folder cannot be replaced: writing will say so
     const QorVar<QorFrmNotify> box(
         new QorFrmNotify(&iDialog, "errNotify", QorNotifyKind::Warning, QorNotifyButtons::YesNo));
     const int answer =
@@ -88,6 +102,7 @@ void QorRdgEasyRenderDialog::WriteImage(QorDlgFile& iDialog, QorUnicodeString& i
     if (!part)
         return;
     part->SetPixelsPerInch(imageDensity);
+    iDialog.SetVisibility(QorDlgHIDE); // it is closed in any case, and writing may take a while
     const int result = SaveImage(part, iPath, iCode);
     if (result == 0 || result == QorRdgPictureWriter::givenUp)
         return;

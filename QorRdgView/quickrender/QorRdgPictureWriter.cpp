@@ -17,6 +17,7 @@ namespace {
 using Work = QorRdgPictureProgress::Work;
 
 constexpr std::chrono::milliseconds showInterval(100);
+constexpr std::chrono::milliseconds patience(1000); ///< until the box of a smaller picture comes
 constexpr int notDone = -1;
 
 /// On a worker: 0, or a code and a reason.
@@ -54,17 +55,22 @@ QorRdgWorkers::Job MakeJob(std::shared_ptr<Work> iWork,
     };
 }
 
-int WriteLarge(QorCommand& iFather,
-               const QorPixelImage& iImage,
-               const QorString& iFormat,
-               const QorUnicodeString& iPath,
-               QorUnicodeString& oError) {
+long long CountPixels(const QorPixelImage& iImage) {
+    return static_cast<long long>(iImage.GetWidth()) * iImage.GetHeight();
+}
+
+int WriteBeside(QorCommand& iFather,
+                const QorPixelImage& iImage,
+                const QorString& iFormat,
+                const QorUnicodeString& iPath,
+                QorUnicodeString& oError) {
     const auto work = std::make_shared<Work>();
     work->result = notDone;
     const QorVar<QorRdgPictureProgress> box(
         new QorRdgPictureProgress(&iFather, "saveProgress", work));
     QorRdgWorkers::Run(MakeJob(work, iImage, iFormat, iPath));
-    box->Wait();
+    box->Wait(CountPixels(iImage) > QorRdgPictureWriter::largePixels ? std::chrono::milliseconds(0)
+                                                                     : patience);
     box->RequestDelayedDestruction();
     if (work->stop && work->result != 0)
         return QorRdgPictureWriter::givenUp;
@@ -79,10 +85,9 @@ int QorRdgPictureWriter::Write(QorCommand& iFather,
                                const QorString& iFormat,
                                const QorUnicodeString& iPath,
                                QorUnicodeString& oError) {
-    const long long pixels = static_cast<long long>(iImage.GetWidth()) * iImage.GetHeight();
-    if (pixels <= largePixels)
+    if (CountPixels(iImage) <= smallPixels)
         return iImage.WriteToFile(iFormat, iPath, &oError);
-    return WriteLarge(iFather, iImage, iFormat, iPath, oError);
+    return WriteBeside(iFather, iImage, iFormat, iPath, oError);
 }
 
 QorRdgPictureProgress::QorRdgPictureProgress(QorCommand* iFather,
@@ -100,18 +105,24 @@ QorRdgPictureProgress::QorRdgPictureProgress(QorCommand* iFather,
         AddAnalyseNotificationCB(this, this, end, &QorRdgPictureProgress::CancelCB);
 }
 
-void QorRdgPictureProgress::Wait() {
+void QorRdgPictureProgress::Wait(std::chrono::milliseconds iHidden) {
     const QorApplication* application = QorApplication::MainApplication();
     if (application == nullptr || work->done)
         return;
     const QorVar<QorRdgPictureProgress> alive(this);
     QorEventLoop& loop = application->GetLoop();
     const bool wasDying = IsDying();
-    SetVisibility(QorDlgSHOW);
+    QorTimerId opening = 0;
+    if (iHidden.count() == 0)
+        SetVisibility(QorDlgSHOW);
+    else
+        opening = loop.StartTimer(
+            iHidden, [this] { SetVisibility(QorDlgSHOW); }, false);
     QorTimerId timer = loop.StartTimer(
         showInterval, [this] { ShowPercent(); }, true);
     loop.RunNested([&] { return work->done || (IsDying() && !wasDying); });
     loop.StopTimer(timer);
+    loop.StopTimer(opening);
     if (!work->done)
         work->stop = true; // nobody waits any more
     SetVisibility(QorDlgHIDE);

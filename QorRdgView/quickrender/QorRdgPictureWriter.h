@@ -4,14 +4,18 @@
 #include "platform/vis/QorPixelImage.h"
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 
 class QorDlgProgress;
 
-/// Writes pictures for a person who waits: a large one on a worker, behind a box that tells how far
-/// it is and lets the person give it up. User-interface thread.
+/// Writes pictures for a person who waits: all but small ones on a worker. A box tells how far it
+/// is and lets the person give it up: at once for a large picture, after a second for another.
+/// User-interface thread.
 class QorRdgPictureWriter {
 public:
+    /// Up to here a picture is small, and written before anybody could notice.
+    static constexpr long long smallPixels = 200'000;
     /// From here on a picture is large.
     static constexpr long long largePixels = 16'000'000;
     /// What Write answers when the person has given it up. No file is left then, and an old one is
@@ -19,7 +23,7 @@ public:
     static constexpr int givenUp = -2;
 
     /// 0, givenUp, or what the picture service answers, with the reason in \p oError. The box is a
-    /// child of \p iFather; meanwhile a nested turn of the loop runs.
+    /// child of \p iFather; while a worker writes, a nested turn of the loop runs.
     [[nodiscard]] static int Write(QorCommand& iFather,
                                    const QorPixelImage& iImage,
                                    const QorString& iFormat,
@@ -45,8 +49,9 @@ class QorRdgPictureProgress : public QorFrmDialog {
 
     [[nodiscard]] bool IsBlocking() const override { return true; }
 
-    /// Shows the box until the work is done, the box is destroyed or the program ends.
-    void Wait();
+    /// Waits until the work is done, the box is destroyed or the program ends, and shows the box
+    /// from \p iHidden on.
+    void Wait(std::chrono::milliseconds iHidden);
 
 protected:
     ~QorRdgPictureProgress() override = default;

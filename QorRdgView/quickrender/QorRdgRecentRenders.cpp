@@ -40,8 +40,9 @@ struct Waiting {
     [[nodiscard]] std::size_t Bytes() const { return image->GetPixels()->size(); }
 };
 
-std::mutex queueMutex; ///< guards `queue` and `hooked`
+std::mutex queueMutex; ///< guards `queue`, `hired` and `hooked`
 std::deque<Waiting> queue;
+bool hired = false; ///< whether a worker will write all that is queued
 bool hooked = false;
 std::mutex writeMutex; ///< one writer at a time, so that numbers follow each other
 
@@ -133,8 +134,10 @@ void Write(const Waiting& iOne) {
 
 std::optional<Waiting> Take() {
     const std::scoped_lock lock(queueMutex);
-    if (queue.empty())
+    if (queue.empty()) {
+        hired = false;
         return std::nullopt;
+    }
     Waiting next = std::move(queue.front());
     queue.pop_front();
     return next;
@@ -154,8 +157,9 @@ bool WriteNext() {
     return true;
 }
 
-/// Queues a picture; those that would not stay anyway, or take too much memory, go.
-void Queue(Waiting iOne) {
+/// Queues a picture; those that would not stay anyway, or take too much memory, go. Whether a
+/// worker must be found for it: there is one at a time, so that the others stay free.
+bool Queue(Waiting iOne) {
     const std::scoped_lock lock(queueMutex);
     queue.push_back(std::move(iOne));
     std::size_t bytes = 0;
@@ -176,6 +180,7 @@ void Queue(Waiting iOne) {
                 QorRdgRecentRenders::Finish();
             },
             beforeTheWorkersGo);
+    return !std::exchange(hired, true);
 }
 
 } // namespace
@@ -194,9 +199,11 @@ void QorRdgRecentRenders::Add(const QorPixelImage& iImage,
         return;
     const auto image = QorMake<QorPixelImage>(iImage);
     image->SetPixelsPerInch(iPixelsPerInch);
-    Queue({image, iRegion, directory});
+    if (!Queue({image, iRegion, directory}))
+        return;
     QorRdgWorkers::Run([]() -> QorRdgWorkers::Delivery {
-        WriteNext();
+        while (WriteNext()) {
+        }
         return {};
     });
 }

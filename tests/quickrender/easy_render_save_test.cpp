@@ -1,6 +1,9 @@
 // Saving what a quick render has made.
 #include "tests/quickrender/EasyRenderTest.h"
 
+#include <algorithm>
+#include <filesystem>
+
 namespace {
 
 class EasyRenderSave : public EasyRenderTest {
@@ -130,6 +133,33 @@ TEST_F(EasyRenderSave, AsksBeforeItReplacesAFile) {
     EXPECT_EQ(directory.Read("old.png"), "PNG 400x300 0");
 }
 
+TEST_F(EasyRenderSave, AFolderIsNotAskedAboutButLeftToTheWriter) {
+    std::filesystem::create_directory(Path("folder.png"));
+    pictures.failure = 3;
+    host->AnswerNext(QorNotifyConfirm);
+    Save(Path("folder"), 9);
+    const std::vector<RecordingHost::Box> boxes = host->TakeBoxes();
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_EQ(boxes.front().kind, QorNotifyKind::Error);
+}
+
+TEST_F(EasyRenderSave, PressingTwiceOpensOneFileDialog) {
+    Open();
+    RenderOnce();
+    PressSave();
+    const QorDlgStdFile* first = File();
+    PressSave();
+    EXPECT_EQ(std::ranges::count_if(
+                  QorDlgDialog::GetAll(),
+                  [](const QorDlgDialog* iOne) { return iOne->GetName() == "fileBox"; }),
+              1);
+    EXPECT_EQ(File(), first);
+    Person::Cancel("fileBox");
+    loop.RunPosted();
+    PressSave();
+    EXPECT_EQ(File()->GetVisibility(), QorDlgSHOW);
+}
+
 TEST_F(EasyRenderSave, TheQuestionNamesTheFileWithItsExtension) {
     directory.Write("old.tga", "old");
     host->AnswerNext(QorNotifyNo);
@@ -255,10 +285,55 @@ TEST_F(EasyRenderSaveLarge, AWorkerWritesIt) {
     EXPECT_FALSE(Exists("saveProgress"));
 }
 
-TEST_F(EasyRenderSaveLarge, AnyOtherIsWrittenAtOnce) {
+TEST_F(EasyRenderSaveLarge, SoIsAnyOtherButASmallOneWhileNoBoxIsSeen) {
     Store("CustomResolution", 290);
-    Save(Path("small"), 9, width, height);
-    EXPECT_EQ(directory.Read("small.png"), "PNG 4566x3424 290");
+    Open();
+    RenderOnce(width, height);
+    PressSave();
+    bool seen = false;
+    loop.Post(
+        [&] {
+            seen = true;
+            EXPECT_EQ(Person::Find("saveProgress")->GetVisibility(), QorDlgHIDE);
+            EXPECT_EQ(File()->UserAccept(Path("again")), QorUserResult::Insensitive);
+        },
+        QorEventLoop::Scope::AnyDepth);
+    File()->UserSetFilter(9);
+    File()->UserAccept(Path("middle"));
+    loop.RunPosted();
+    EXPECT_TRUE(seen);
+    EXPECT_FALSE(Exists("fileBox"));
+    EXPECT_EQ(directory.Read("middle.png"), "PNG 4566x3424 290");
+    EXPECT_NE(pictures.thread.load(), std::thread::id());
+    EXPECT_NE(pictures.thread.load(), std::this_thread::get_id());
+}
+
+TEST_F(EasyRenderSaveLarge, TheBoxOfAPictureOfMiddleSizeComesWhenItTakesLong) {
+    Store("CustomResolution", 290);
+    pictures.untilStopped = true;
+    Open();
+    RenderOnce(width, height);
+    PressSave();
+    loop.Post(
+        [&] {
+            loop.Advance(std::chrono::milliseconds(999));
+            EXPECT_EQ(Person::Find("saveProgress")->GetVisibility(), QorDlgHIDE);
+            loop.Advance(std::chrono::milliseconds(1));
+            auto* box = Person::Find<QorRdgPictureProgress>("saveProgress");
+            EXPECT_EQ(box->GetVisibility(), QorDlgSHOW);
+            EXPECT_EQ(box->UserCancel(), QorUserResult::Done);
+        },
+        QorEventLoop::Scope::AnyDepth);
+    File()->UserAccept(Path("middle.tif"));
+    loop.RunPosted();
+    EXPECT_EQ(directory.Read("middle.tif"), "");
+    EXPECT_FALSE(Exists("saveProgress"));
+}
+
+TEST_F(EasyRenderSaveLarge, ASmallOneIsWrittenAtOnce) {
+    Store("ScreenResolution", 1);
+    Save(Path("small"), 9);
+    EXPECT_EQ(directory.Read("small.png"), "PNG 400x300 0");
     EXPECT_EQ(pictures.thread.load(), std::thread::id());
 }
 

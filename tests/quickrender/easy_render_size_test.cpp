@@ -92,6 +92,21 @@ TEST_F(EasyRenderSize, AbsentSettingsMeanTheScreen) {
     EXPECT_EQ(Ask().width, static_cast<int>(400 * 300 / 25.4));
 }
 
+TEST_F(EasyRenderSize, OnAnOrdinaryScreenWholeMultiplesOfItsPixelsAreWhole) {
+    viewer->GetSupport()->SetMMInSupportUnit(QorMake<QorSupport>(1.0F, 1.0F)->GetMMInSupportUnit());
+    Store("ScreenResolution", 0);
+    Open();
+    for (const auto& [resolution, factor] :
+         {std::pair{192, 2}, std::pair{288, 3}, std::pair{960, 10}, std::pair{1920, 20}})
+        for (const int width : {100, 333, 1920, 2560}) {
+            viewer->UserResizeViewer(static_cast<float>(width), 50.0F);
+            Store("CustomResolution", resolution);
+            const QorRdgRequest asked = Ask();
+            EXPECT_EQ(asked.width, width * factor);
+            EXPECT_EQ(asked.height, 50 * factor);
+        }
+}
+
 TEST_F(EasyRenderSize, TheLabelFollowsTheViewer) {
     Open();
     viewer->UserResizeViewer(320.0F, 240.0F);
@@ -143,7 +158,7 @@ TEST_F(EasyRenderSize, WithoutAnAreaDrawnNothingCanBeRendered) {
     Check("renderCheck");
     loop.RunPosted();
     EXPECT_TRUE(script.requests.empty());
-    EXPECT_EQ(frame->GetStatus(), "the region to render lies outside the picture");
+    EXPECT_EQ(frame->GetStatus(), "the area to render is empty");
     EXPECT_EQ(Enabled(), "soar");
     EXPECT_FALSE(IsChecked("renderCheck"));
 }

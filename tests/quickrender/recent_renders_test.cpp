@@ -62,6 +62,16 @@ TEST_F(RecentRenders, LeaveOtherFilesAlone) {
     EXPECT_EQ(directory.Read(std::string(folder) + "/render-000062.png"), "PNG 21x10 0");
 }
 
+TEST_F(RecentRenders, TakeOneWorkerHoweverManyWait) {
+    for (int i = 1; i <= 5; ++i)
+        QorRdgRecentRenders::Add(*MakePicture(i, 10), {0, 0, i, 10}, 0.0);
+    EXPECT_LE(QorRdgWorkers::CountPending(), 2U) << "one more if the first had nothing left to do";
+    QorRdgWorkers::Finish();
+    EXPECT_EQ(Contents().size(), 5U);
+    Add(6);
+    EXPECT_EQ(Contents().size(), 6U);
+}
+
 TEST_F(RecentRenders, AFailureLeavesNothing) {
     pictures.failure = 1;
     Add(5);
