@@ -114,8 +114,8 @@ void QorRdgEasyRenderDialog::CommandAvailableCB(QorEventName /*iEvent*/,
                                                 QorCallbackId /*iCookie*/) {
     QorTrace(4, "(QorRdgEasyRenderDialog::CommandAvailableCB) \n");
     auto* header = dynamic_cast<QorCommandHeader*>(iPublisher);
-    if (header != nullptr && header->IsAvailable())
-        header->StartCommand();
+    if (header != nullptr && header->IsAvailable() && !IsDying())
+        header->StartCommand(); // one that is closed leaves it to others
 }
 
 void QorRdgEasyRenderDialog::CaptureViewer() {

@@ -224,6 +224,7 @@ TEST_F(EasyRenderLife, AttachesToTheNextWindowWhenItsOwnIsDeleted) {
     Header("EasyRender")->UserStart();
     loop.RunPosted();
     EXPECT_EQ(Dialog(), nullptr);
+    EXPECT_TRUE(Header("Lighting")->IsAvailable());
 }
 
 TEST_F(EasyRenderLife, AnotherWindowsDeletionChangesNothing) {
