@@ -72,7 +72,7 @@ int WriteBeside(QorCommand& iFather,
     box->Wait(CountPixels(iImage) > QorRdgPictureWriter::largePixels ? std::chrono::milliseconds(0)
                                                                      : patience);
     box->RequestDelayedDestruction();
-    if (work->stop && work->result != 0)
+    if (!work->done || (work->stop && work->result != 0))
         return QorRdgPictureWriter::givenUp;
     oError = work->error;
     return work->result;
@@ -117,19 +117,24 @@ void QorRdgPictureProgress::Wait(std::chrono::milliseconds iHidden) {
         SetVisibility(QorDlgSHOW);
     else
         opening = loop.StartTimer(
-            iHidden, [this] { SetVisibility(QorDlgSHOW); }, false);
+            iHidden, [this] { SetVisibility(IsDying() ? QorDlgHIDE : QorDlgSHOW); }, false);
     QorTimerId timer = loop.StartTimer(
         showInterval, [this] { ShowPercent(); }, true);
-    loop.RunNested([&] { return work->done || (IsDying() && !wasDying); });
+    // One that nobody has seen has not been given up by closing what is around it.
+    const auto isSeen = [this] {
+        return GetVisibility() == QorDlgSHOW;
+    };
+    loop.RunNested([&] { return work->done || (IsDying() && !wasDying && isSeen()); });
     loop.StopTimer(timer);
     loop.StopTimer(opening);
-    if (!work->done)
+    if (!work->done && isSeen())
         work->stop = true; // nobody waits any more
     SetVisibility(QorDlgHIDE);
 }
 
 void QorRdgPictureProgress::ShowPercent() {
-    progress->SetPos(work->percent);
+    if (!IsDying()) // then its widgets go too
+        progress->SetPos(work->percent);
 }
 
 void QorRdgPictureProgress::CancelCB(QorCommand* /*iCommand*/,

@@ -49,8 +49,8 @@ class QorRdgPictureProgress : public QorFrmDialog {
 
     [[nodiscard]] bool IsBlocking() const override { return true; }
 
-    /// Waits until the work is done, the box is destroyed or the program ends, and shows the box
-    /// from \p iHidden on.
+    /// Waits until the work is done or the program ends, and shows the box from \p iHidden on: then
+    /// its destruction gives the work up.
     void Wait(std::chrono::milliseconds iHidden);
 
 protected:

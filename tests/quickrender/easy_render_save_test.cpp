@@ -372,6 +372,23 @@ TEST_F(EasyRenderSaveLarge, ClosingTheToolBarGivesItUp) {
     EXPECT_EQ(directory.Read("large.tif"), "");
 }
 
+TEST_F(EasyRenderSaveLarge, ClosingTheToolBarBeforeABoxIsSeenDoesNot) {
+    Store("CustomResolution", 290);
+    Open();
+    RenderOnce(width, height);
+    PressSave();
+    loop.Post(
+        [this] {
+            Header("EasyRender")->UserStart();
+            loop.Advance(std::chrono::milliseconds(2000));
+        },
+        QorEventLoop::Scope::AnyDepth);
+    File()->UserAccept(Path("middle.tif"));
+    loop.RunPosted();
+    EXPECT_EQ(Dialog(), nullptr);
+    EXPECT_EQ(directory.Read("middle.tif"), "TIFF 4566x3424 290");
+}
+
 TEST_F(EasyRenderSaveLarge, AFailureOfTheWorkerIsTold) {
     Open();
     RenderOnce(width, height);
