@@ -141,8 +141,10 @@ QorResult QorRdgDisplayViewer::CheckAbort(unsigned char& ioAbort) {
 }
 
 QorResult QorRdgDisplayViewer::SetProgress(int& iPercent) {
-    Init();
+    const bool hasViewer = Init();
     const bool runs = iPercent >= 0 && iPercent < 100;
+    if (hasViewer && runs && progress < 0)
+        Watch(GetViewer()->GetMain3DViewpoint()); // a move may come before the first picture
     progress = runs ? iPercent : -1;
     if (!runs)
         abort = false;

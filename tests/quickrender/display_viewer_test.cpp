@@ -137,6 +137,14 @@ TEST_F(DisplayViewer, MovingTheCameraAbortsFromOneToNinetyNineAndAlwaysWipes) {
     }
 }
 
+TEST_F(DisplayViewer, MovingTheCameraBeforeTheFirstPictureAbortsToo) {
+    Progress(0);
+    Progress(1);
+    viewer->GetMain3DViewpoint()->SetAnimated(true);
+    EXPECT_TRUE(IsAborted());
+    viewer->GetMain3DViewpoint()->SetAnimated(false);
+}
+
 TEST_F(DisplayViewer, AnotherViewersActivationEndsTheWatchUntilItComesBack) {
     Draw();
     auto* other = new QorFrmWindow(layout, "other", editor);
