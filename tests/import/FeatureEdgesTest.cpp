@@ -96,6 +96,32 @@ TEST(FeatureEdges, TrianglesThatLieOnOneAnotherAreOneSurface) {
     EXPECT_EQ(edgeCount(mesh), 8U); // where it turns round
 }
 
+TEST(FeatureEdges, ASeamOfPatchesThatDoNotMatchIsNoEdge) {
+    // Two squares side by side: the first has one edge on the seam, the second three.
+    Mesh mesh;
+    const auto add = [&mesh](float x, float y) {
+        mesh.positions.insert(mesh.positions.end(), {x, y, 0});
+        return static_cast<std::uint32_t>(mesh.vertexCount() - 1);
+    };
+    const std::uint32_t left[4] = {add(0, 0), add(3, 0), add(3, 3), add(0, 3)};
+    addQuad(mesh, left[0], left[1], left[2], left[3]);
+    const std::uint32_t outer[2] = {add(6, 0), add(6, 3)};
+    std::uint32_t below = add(3, 0);
+    for (const float y : {1.F, 2.F, 3.F}) {
+        const std::uint32_t above = add(3, y);
+        mesh.indices.insert(mesh.indices.end(), {below, outer[0], above});
+        below = above;
+    }
+    mesh.indices.insert(mesh.indices.end(), {outer[0], outer[1], below});
+    EXPECT_EQ(edgeCount(mesh), 6U); // the outline
+    // The same with the second square upright is a sharp edge, drawn from both sides.
+    for (std::size_t vertex = 4; vertex < mesh.vertexCount(); ++vertex) {
+        mesh.positions[3 * vertex + 2] = mesh.positions[3 * vertex] - 3;
+        mesh.positions[3 * vertex] = 3;
+    }
+    EXPECT_EQ(edgeCount(mesh), 10U);
+}
+
 TEST(FeatureEdges, TrianglesWithoutAnAreaDrawNothing) {
     Mesh mesh = sharedBox();
     mesh.indices.insert(mesh.indices.end(), {0, 0, 1, 3, 3, 3});

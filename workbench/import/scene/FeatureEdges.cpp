@@ -1,11 +1,13 @@
 #include "workbench/import/scene/FeatureEdges.h"
 
+#include "workbench/import/scene/MeshShape.h"
+
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <bit>
 #include <cmath>
 #include <thread>
+#include <unordered_map>
 
 namespace qor::import {
 
@@ -13,89 +15,9 @@ using document::Mesh;
 
 namespace {
 
-using Float3 = std::array<float, 3>;
-
 constexpr float smoothCosine =
     0.906F;                          ///< of 25 degrees: normals of the sides that differ less agree
 constexpr float strongCosine = 0.5F; ///< of 60 degrees: a bend that no shading hides
-constexpr Float3 agreeing{1e3F, 1e3F, 1e3F};
-constexpr std::uint32_t empty = 0xFFFFFFFFU;
-
-Float3 at(const std::vector<float>& values, std::uint32_t vertex) {
-    return {values[3 * std::size_t{vertex}], values[3 * std::size_t{vertex} + 1],
-            values[3 * std::size_t{vertex} + 2]};
-}
-
-float dot(const Float3& a, const Float3& b) {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-
-/// The cosine of the bend between two triangles.
-float bendOf(const Float3& a, const Float3& b) {
-    return a == agreeing || b == agreeing ? 1.F : dot(a, b);
-}
-
-/// Of length 1; that of a triangle without an area agrees with all.
-Float3 faceNormalOf(const Mesh& mesh, std::size_t triangle) {
-    const std::uint32_t* corners = mesh.indices.data() + 3 * triangle;
-    const Float3 a = at(mesh.positions, corners[0]);
-    const Float3 b = at(mesh.positions, corners[1]);
-    const Float3 c = at(mesh.positions, corners[2]);
-    const std::array<double, 3> u{double{b[0]} - a[0], double{b[1]} - a[1], double{b[2]} - a[2]};
-    const std::array<double, 3> v{double{c[0]} - a[0], double{c[1]} - a[1], double{c[2]} - a[2]};
-    const std::array<double, 3> n{u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2],
-                                  u[0] * v[1] - u[1] * v[0]};
-    const double length = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
-    if (!(length > 0))
-        return agreeing;
-    return {static_cast<float>(n[0] / length), static_cast<float>(n[1] / length),
-            static_cast<float>(n[2] / length)};
-}
-
-std::vector<Float3> faceNormalsOf(const Mesh& mesh) {
-    std::vector<Float3> normals(mesh.triangleCount());
-    for (std::size_t i = 0; i < normals.size(); ++i)
-        normals[i] = faceNormalOf(mesh, i);
-    return normals;
-}
-
-/// Gives each vertex the number of the first one at its place.
-class Welder {
-public:
-    explicit Welder(const Mesh& mesh)
-        : mesh_(mesh)
-        , mask_(std::bit_ceil(2 * std::max<std::size_t>(1, mesh.vertexCount())) - 1)
-        , slots_(mask_ + 1, empty) {}
-
-    std::vector<std::uint32_t> weld() {
-        std::vector<std::uint32_t> first(mesh_.vertexCount());
-        for (std::uint32_t vertex = 0; vertex < first.size(); ++vertex)
-            first[vertex] = firstAt(vertex);
-        return first;
-    }
-
-private:
-    std::uint32_t firstAt(std::uint32_t vertex) {
-        const Float3 place = at(mesh_.positions, vertex);
-        for (std::size_t slot = hashOf(place) & mask_;; slot = (slot + 1) & mask_) {
-            if (slots_[slot] == empty)
-                slots_[slot] = vertex;
-            if (at(mesh_.positions, slots_[slot]) == place)
-                return slots_[slot];
-        }
-    }
-
-    static std::size_t hashOf(const Float3& place) {
-        std::uint64_t hash = 0;
-        for (const float number : place) // 0 and -0 are equal
-            hash = (hash ^ std::bit_cast<std::uint32_t>(number + 0.0F)) * 0x9E3779B97F4A7C15U;
-        return static_cast<std::size_t>(hash ^ (hash >> 29));
-    }
-
-    const Mesh& mesh_;
-    std::size_t mask_;
-    std::vector<std::uint32_t> slots_;
-};
 
 /// A side of a triangle, from the corner at place `corner` of the indices to the next one.
 struct Side {
@@ -106,12 +28,13 @@ struct Side {
 class EdgeFinder {
 public:
     explicit EdgeFinder(const Mesh& mesh)
-        : mesh_(mesh), first_(Welder(mesh).weld()), faceNormals_(faceNormalsOf(mesh)) {}
+        : mesh_(mesh), first_(weldedVertices(mesh)), faceNormals_(faceNormalsOf(mesh)) {}
 
     std::vector<std::uint32_t> find() {
         sortSides();
         for (std::size_t vertex = 0; vertex + 1 < begins_.size(); ++vertex)
             addEdgesOf({sides_.data() + begins_[vertex], sides_.data() + begins_[vertex + 1]});
+        addBorders();
         return std::move(edges_);
     }
 
@@ -151,8 +74,11 @@ private:
         for (std::size_t begin = 0, end = 0; begin < sides.size(); begin = end) {
             while (end < sides.size() && sides[end].farEnd == sides[begin].farEnd)
                 ++end;
-            if (isFeature(sides.subspan(begin, end - begin)))
-                add(sides[begin].corner);
+            const std::span<const Side> meeting = sides.subspan(begin, end - begin);
+            if (meeting.size() == 1)
+                borders_.push_back(meeting[0].corner);
+            else if (isFeature(meeting))
+                add(meeting[0].corner);
         }
     }
 
@@ -161,10 +87,89 @@ private:
         edges_.push_back(mesh_.indices[nextCorner(corner)]);
     }
 
+    /// Where the surface ends; but not along a seam of two patches whose triangles do not match.
+    void addBorders() {
+        BorderEnds ends;
+        for (std::uint32_t border = 0; border < borders_.size(); ++border)
+            for (const bool atBegin : {true, false})
+                ends.emplace(welded(cornerAt({border, atBegin})), BorderEnd{border, atBegin});
+        std::vector<bool> isSeam(borders_.size(), false);
+        std::vector<std::uint32_t> open;
+        for (std::uint32_t border = 0; border < borders_.size(); ++border)
+            spreadSeam(border, ends, sameWay, isSeam, open);
+        while (!open.empty()) {
+            const std::uint32_t border = open.back();
+            open.pop_back();
+            spreadSeam(border, ends, straightOn, isSeam, open);
+        }
+        for (std::uint32_t border = 0; border < borders_.size(); ++border)
+            if (!isSeam[border])
+                add(borders_[border]);
+    }
+
+    struct BorderEnd {
+        std::uint32_t border;
+        bool atBegin;
+    };
+
+    using BorderEnds = std::unordered_multimap<std::uint32_t, BorderEnd>; ///< by welded vertex
+
+    /// How a border may lie to another one, by the cosine between them where they meet.
+    static bool sameWay(double cosine) { return cosine > 0.98; }
+
+    static bool straightOn(double cosine) { return cosine < -0.94; }
+
+    /// Borders that leave a vertex the same way are the two sides of a seam, and what goes straight
+    /// on from a seam is seam too, as long as the surface stays smooth.
+    template <typename Lies>
+    void spreadSeam(std::uint32_t border,
+                    const BorderEnds& ends,
+                    const Lies& lies,
+                    std::vector<bool>& isSeam,
+                    std::vector<std::uint32_t>& open) const {
+        for (const bool atBegin : {true, false}) {
+            const BorderEnd here{border, atBegin};
+            const auto [first, last] = ends.equal_range(welded(cornerAt(here)));
+            for (auto other = first; other != last; ++other) {
+                const BorderEnd& there = other->second;
+                if (there.border == border || isSeam[there.border] ||
+                    !lies(cosineBetween(here, there)) || !agree(here, there))
+                    continue;
+                isSeam[there.border] = true;
+                open.push_back(there.border);
+            }
+        }
+    }
+
+    [[nodiscard]] std::uint32_t cornerAt(const BorderEnd& end) const {
+        const std::uint32_t corner = borders_[end.border];
+        return end.atBegin ? corner : nextCorner(corner);
+    }
+
+    [[nodiscard]] std::array<double, 3> wayFrom(const BorderEnd& end) const {
+        const Float3 from = at(mesh_.positions, mesh_.indices[cornerAt(end)]);
+        const Float3 to = at(mesh_.positions, mesh_.indices[cornerAt({end.border, !end.atBegin})]);
+        return {double{to[0]} - from[0], double{to[1]} - from[1], double{to[2]} - from[2]};
+    }
+
+    [[nodiscard]] double cosineBetween(const BorderEnd& one, const BorderEnd& other) const {
+        const std::array<double, 3> a = wayFrom(one);
+        const std::array<double, 3> b = wayFrom(other);
+        const auto product = [](const auto& u, const auto& v) {
+            return u[0] * v[0] + u[1] * v[1] + u[2] * v[2];
+        };
+        return product(a, b) / std::sqrt(product(a, a) * product(b, b));
+    }
+
+    [[nodiscard]] bool agree(const BorderEnd& one, const BorderEnd& other) const {
+        const std::uint32_t a = cornerAt(one);
+        const std::uint32_t b = cornerAt(other);
+        return mesh_.normals.empty() ? bendOf(faceNormal(a), faceNormal(b)) > smoothCosine
+                                     : !differ(a, b);
+    }
+
     /// \p sides: of the triangles that meet in one edge.
     [[nodiscard]] bool isFeature(std::span<const Side> sides) const {
-        if (sides.size() == 1)
-            return true;
         if (sides.size() == 2)
             return isCrease(sides[0].corner, sides[1].corner);
         // Triangles that lie on one another are still one surface.
@@ -200,6 +205,7 @@ private:
     std::vector<Float3> faceNormals_;
     std::vector<std::uint32_t> begins_; ///< of the sides of each vertex
     std::vector<Side> sides_;
+    std::vector<std::uint32_t> borders_; ///< corners of the sides that meet no other
     std::vector<std::uint32_t> edges_;
 };
 
