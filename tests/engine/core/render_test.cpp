@@ -285,6 +285,33 @@ TEST(Packets, ShowWhatSinglePathsShow) {
         }
 }
 
+TEST(Packets, FollowInstancesHoweverPlaced) {
+    // Small turned, stretched and mirrored balls and boxes, so that one packet meets several.
+    const MeshPtr ball = sphere(0.5F, 24);
+    const MeshPtr cube = box({-0.4F, -0.4F, -0.4F}, {0.4F, 0.4F, 0.4F});
+    std::vector<Instance> instances;
+    for (int i = 0; i < 49; ++i) {
+        const auto turn = static_cast<float>(i);
+        const Vec3 place{static_cast<float>(i % 7) - 3.0F, static_cast<float>(i / 7) - 3.0F, 0.0F};
+        instances.push_back(
+            {i % 2 == 0 ? ball : cube,
+             Transform::translation(place) * Transform::rotation({1.0F, 0.3F * turn, 0.5F}, turn) *
+                 Transform::scaling({i % 3 == 0 ? -0.7F : 0.9F, 0.5F, 0.8F}),
+             {0}});
+    }
+    Scene scene;
+    scene.assembly = Assembly::create(std::move(instances)).value();
+    scene.materials = {diffuse({0.8F, 0.5F, 0.2F})};
+    scene.lights = mattScene().lights;
+    scene.environment = constant(0.4F);
+    RenderOptions options = stillLifeOptions();
+    options.depth.diffuseBounces = 2;
+    const Image packets = rendered(scene, lookFrom({3, -9, 7}, 40.0F), options);
+    scene.materials[0].occlusionTexture.picture =
+        Picture::create(1, 1, std::vector<std::uint8_t>(4, 255), PictureEncoding::linear).value();
+    EXPECT_LT(relativeError(packets, rendered(scene, lookFrom({3, -9, 7}, 40.0F), options)), 2e-5);
+}
+
 TEST(SteepNormals, LeaveNoBlackFaces) {
     // Corner normals that lean far off their triangle, as on the flanks of coarse gear teeth.
     MeshData data;
