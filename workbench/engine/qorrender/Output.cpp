@@ -2,6 +2,7 @@
 
 #include "platform/component/QorHandle.h"
 #include "platform/system/QorFileWriter.h"
+#include "workbench/engine/adapter/EightBit.h"
 #include "workbench/engine/qorrender/Failure.h"
 #include "workbench/engine/qorrender/Interrupt.h"
 #include "workbench/imaging/PictureFiles.h"
@@ -63,11 +64,11 @@ std::string floatMap(const engine::Image& image) {
 }
 
 std::shared_ptr<const QorPixelImage::Pixels> opaquePixels(const engine::Image& image) {
-    const std::vector<std::uint8_t> rgba = engine::toSrgb8(image);
-    auto pixels = std::make_shared<QorPixelImage::Pixels>(rgba.size() / 4 * 3);
-    for (std::size_t i = 0; i < rgba.size() / 4; ++i)
-        std::copy_n(rgba.begin() + static_cast<std::ptrdiff_t>(i * 4), 3,
-                    pixels->begin() + static_cast<std::ptrdiff_t>(i * 3));
+    auto pixels = std::make_shared<QorPixelImage::Pixels>(image.rgba.size() / 4 * 3);
+    auto to = pixels->begin();
+    for (std::size_t i = 0; i < image.rgba.size(); i += 4)
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            *to++ = adapter::srgb8(image.rgba[i + channel]);
     return pixels;
 }
 
