@@ -28,6 +28,15 @@ QString shownFilter(const QString& label, const QString& pattern) {
     return label.endsWith(told) ? label : label + QLatin1Char(' ') + told;
 }
 
+/// Size, kind and date as wide as what is seen of them, the name has the rest.
+void fitColumns(QHeaderView& header) {
+    header.setStretchLastSection(false);
+    header.setResizeContentsPrecision(0); // the rows that are seen; folders may have thousands
+    for (int column = 0; column < header.count(); ++column)
+        header.setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch
+                                                        : QHeaderView::ResizeToContents);
+}
+
 } // namespace
 
 FileControl::FileControl(QWidget* parent) : WindowControl(parent) {
@@ -41,7 +50,7 @@ FileControl::FileControl(QWidget* parent) : WindowControl(parent) {
     resize(startSize);
     setSizeGripEnabled(false);
     if (const auto* details = findChild<QTreeView*>(QStringLiteral("treeView")))
-        details->header()->setStretchLastSection(true);
+        fitColumns(*details->header());
 }
 
 QLineEdit* FileControl::nameEditor() const {
