@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 namespace {
 
@@ -210,6 +211,17 @@ TEST_F(Documents, SaveAsksForANameAndGivesItTheSuffix) {
         call("app.run", {{"ms", 50}});
     EXPECT_TRUE(std::filesystem::exists(directory.GetPath("kept.qor")));
     EXPECT_EQ(call("dialog.list"), Json::array());
+}
+
+TEST_F(Documents, WhatCannotBeDoneMeanwhileIsNotOfferedWhileOneIsOpened) {
+    EXPECT_TRUE(isAvailable("New"));
+    const int opening = port->request("document.open", {{"path", QOR_SAMPLE}});
+    EXPECT_FALSE(isAvailable("New"));
+    EXPECT_FALSE(isAvailable("Close"));
+    const int cancelling = port->request("document.cancel");
+    const std::set<int> answered{port->read().at("id"), port->read().at("id")};
+    EXPECT_EQ(answered, (std::set<int>{opening, cancelling}));
+    EXPECT_TRUE(isAvailable("New"));
 }
 
 TEST_F(Documents, TheProgramMayEndWhileItAsksForAFile) {

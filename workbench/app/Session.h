@@ -84,6 +84,8 @@ public:
                      std::function<void(std::optional<std::filesystem::path>)> answer) override;
     void tell(QorNotifyKind kind, const QorUnicodeString& text) override;
 
+    void workChanged() override { changed(); }
+
 private:
     using FileAnswer = std::function<void(std::optional<std::filesystem::path>)>;
 

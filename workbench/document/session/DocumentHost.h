@@ -28,6 +28,9 @@ public:
 
     /// Tells a person what happened while he did something else, without waiting for an answer.
     virtual void tell(QorNotifyKind kind, const QorUnicodeString& text) = 0;
+
+    /// Long work begins or has ended, whoever asked for it; what a person can do has changed.
+    virtual void workChanged() {}
 };
 
 } // namespace qor::document

@@ -241,6 +241,7 @@ bool DocumentSession::refuseBusy(const Finished& finished) const {
 void DocumentSession::begin(const QorUnicodeString& text) {
     working_ = text;
     showProgress(QorApplicationFrame::Progress{.text = text, .share = -1.0, .cancellable = true});
+    host_.workChanged();
 }
 
 ProgressListener DocumentSession::progress() const {
@@ -256,6 +257,7 @@ ProgressListener DocumentSession::progress() const {
 void DocumentSession::end() {
     operation_.reset();
     showProgress(std::nullopt);
+    host_.workChanged();
 }
 
 void DocumentSession::replaceCurrent(Document& document) {
