@@ -121,7 +121,8 @@ TEST(BadOptions, AreRefused) {
     for (const int size : {0, -5, 1 << 30})
         EXPECT_NE(code([&](RenderOptions& o) { o.width = size; }), "none");
     EXPECT_EQ(code([](RenderOptions& o) { o.width = o.height = 1 << 20; }),
-              "a picture of 1048576 x 1048576 pixels");
+              "a picture of 1048576 x 1048576 pixels is too large: at most 268435456 pixels are "
+              "rendered");
     EXPECT_NE(code([](RenderOptions& o) { o.samples.maximum = 0; }), "none");
     EXPECT_NE(code([](RenderOptions& o) { o.samples.contrast = nan; }), "none");
     EXPECT_NE(code([](RenderOptions& o) { o.finalGather.rays = 0; }), "none");
