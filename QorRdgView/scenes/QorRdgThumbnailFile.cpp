@@ -104,11 +104,13 @@ QorPixelImage_var QorRdgThumbnailFile::ReadOrMake(const QorUnicodeString& iDirec
     if (!place.empty() && Is(place, fs::file_type::regular))
         if (auto kept = QorAdopt(QorPixelImage::CreateFromFile(place)))
             return kept;
-    auto picture = QorAdopt(QorPixelImage::CreateFromFile(iImage));
+    int wholeWidth = 0;
+    int wholeHeight = 0;
+    auto picture = QorAdopt(QorPixelImage::CreateReducedFromFile(iImage, 2 * QorRdgThumbnails::side,
+                                                                 wholeWidth, wholeHeight));
     if (!picture || picture->IsEmpty())
         return {};
-    const auto [width, height] =
-        QorRdgThumbnails::GetSize(picture->GetWidth(), picture->GetHeight());
+    const auto [width, height] = QorRdgThumbnails::GetSize(wholeWidth, wholeHeight);
     if (auto smaller = Shrink(*picture, width, height))
         picture = smaller;
     auto thumbnail = QorAdopt(picture->Resize(width, height));

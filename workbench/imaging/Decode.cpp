@@ -7,6 +7,7 @@
 
 #include <Magick++.h>
 
+#include <algorithm>
 #include <optional>
 #include <stdexcept>
 #include <vector>
@@ -64,7 +65,43 @@ QorPixelImage* takePixels(Magick::Image& image, const Alpha& alpha) {
                              channels, std::move(pixels));
 }
 
-QorPixelImage* decodeBy(const char* coder, std::string_view bytes) {
+/// What is read of a file, and the size of the whole.
+struct Picture {
+    QorPixelImage* pixels = nullptr;
+    int width = 0;
+    int height = 0;
+};
+
+/// Has the JPEG reader give a half, a quarter or an eighth of the picture, whichever is the
+/// smallest with \p side pixels on its longer side. Whether it does.
+bool reduce(Magick::Image& image, const Magick::Image& head, int side) {
+    constexpr std::size_t smallest = 8; // parts, of the coder
+    const std::size_t longer = std::max(head.columns(), head.rows());
+    std::size_t parts = smallest;
+    while (parts > 1 && longer / parts < static_cast<std::size_t>(side))
+        parts /= 2;
+    if (parts == 1)
+        return false;
+    const auto part = [parts](std::size_t length) {
+        return std::max<std::size_t>(length / parts, 1);
+    };
+    image.defineValue("jpeg", "size", Magick::Geometry(part(head.columns()), part(head.rows())));
+    return true;
+}
+
+Picture whole(QorPixelImage* pixels) {
+    return {pixels, pixels->GetWidth(), pixels->GetHeight()};
+}
+
+/// \p lies: the camera was turned by a quarter.
+Picture partOf(const Magick::Image& head, QorPixelImage* pixels, bool lies) {
+    const auto width = static_cast<int>(head.columns());
+    const auto height = static_cast<int>(head.rows());
+    return lies ? Picture{pixels, height, width} : Picture{pixels, width, height};
+}
+
+/// \p side is 0 for the whole picture.
+Picture decodeBy(const char* coder, std::string_view bytes, int side) {
     if (!isWhole(coder, bytes))
         throw std::runtime_error("it is cut short");
     const Magick::Blob blob(bytes.data(), bytes.size());
@@ -77,29 +114,46 @@ QorPixelImage* decodeBy(const char* coder, std::string_view bytes) {
     image.magick(coder);
     image.subImage(0); // the first of several pages, the whole of several layers
     image.subRange(1);
+    const bool reduced = side > 0 && std::string_view(coder) == "JPEG" && reduce(image, head, side);
     readStrictly(image, blob);
     image.quiet(true);
+    const bool lies = image.orientation() >= Magick::LeftTopOrientation;
     makeSrgb(image, coder);
-    if (std::string_view(coder) == "PICT") // Magick++ writes its alpha, but does not read it
-        return takePixels(image, alphaOfPict(bytes, image.columns(), image.rows()));
-    return takePixels(image, {});
+    const bool hidesAlpha =
+        std::string_view(coder) == "PICT"; // Magick++ writes it, but does not read it
+    QorPixelImage* pixels =
+        hidesAlpha ? takePixels(image, alphaOfPict(bytes, image.columns(), image.rows()))
+                   : takePixels(image, {});
+    return reduced ? partOf(head, pixels, lies) : whole(pixels);
+}
+
+Picture decodeAny(std::string_view bytes, int side, std::string& error) {
+    const char* coder = coderOfFile(bytes);
+    if (coder == nullptr) {
+        error = "is no picture of a known format";
+        return {};
+    }
+    prepareLibrary();
+    try {
+        return decodeBy(coder, bytes, side);
+    } catch (const std::exception& failure) {
+        error = std::string("cannot be decoded: ") + failure.what();
+        return {};
+    }
 }
 
 } // namespace
 
 QorPixelImage* decode(std::string_view bytes, std::string& error) {
-    const char* coder = coderOfFile(bytes);
-    if (coder == nullptr) {
-        error = "is no picture of a known format";
-        return nullptr;
-    }
-    prepareLibrary();
-    try {
-        return decodeBy(coder, bytes);
-    } catch (const std::exception& failure) {
-        error = std::string("cannot be decoded: ") + failure.what();
-        return nullptr;
-    }
+    return decodeAny(bytes, 0, error).pixels;
+}
+
+QorPixelImage*
+decodeReduced(std::string_view bytes, int side, int& width, int& height, std::string& error) {
+    const Picture picture = decodeAny(bytes, side, error);
+    width = picture.width;
+    height = picture.height;
+    return picture.pixels;
 }
 
 } // namespace qor::imaging

@@ -44,20 +44,34 @@ QorUnicodeString named(const QorUnicodeString& path, const std::string& reason) 
     return path + QorUnicodeString(": " + reason);
 }
 
-} // namespace
-
-QorPixelImage* PictureFiles::Read(const QorUnicodeString& path, QorUnicodeString& error) {
+template <class Decoder>
+QorPixelImage* readWith(const QorUnicodeString& path, QorUnicodeString& error, Decoder decoder) {
     std::string reason;
     QorPixelImage* picture = nullptr;
     try {
         if (const std::optional<std::string> bytes = load(path.Str(), reason))
-            picture = decode(*bytes, reason);
+            picture = decoder(*bytes, reason);
     } catch (const std::bad_alloc&) {
         reason = "there is not enough memory to read it";
     }
     if (picture == nullptr)
         error = named(path, reason);
     return picture;
+}
+
+} // namespace
+
+QorPixelImage* PictureFiles::Read(const QorUnicodeString& path, QorUnicodeString& error) {
+    return readWith(path, error, [](const std::string& bytes, std::string& reason) {
+        return decode(bytes, reason);
+    });
+}
+
+QorPixelImage* PictureFiles::ReadReduced(
+    const QorUnicodeString& path, int side, int& width, int& height, QorUnicodeString& error) {
+    return readWith(path, error, [&](const std::string& bytes, std::string& reason) {
+        return decodeReduced(bytes, side, width, height, reason);
+    });
 }
 
 int PictureFiles::Write(const QorPixelImage& image,

@@ -10,6 +10,12 @@ public:
     enum WriteFailure { unknownFormat = 1, notEncoded = 2, notWritten = 3 };
 
     QorPixelImage* Read(const QorUnicodeString& path, QorUnicodeString& error) override;
+    /// Smaller versions come from JPEG files alone.
+    QorPixelImage* ReadReduced(const QorUnicodeString& path,
+                               int side,
+                               int& width,
+                               int& height,
+                               QorUnicodeString& error) override;
     int Write(const QorPixelImage& image,
               const QorString& format,
               const QorUnicodeString& path,

@@ -17,6 +17,17 @@ void QorPictureService::Install(QorPictureService* iService) {
     installed = iService;
 }
 
+QorPixelImage* QorPictureService::ReadReduced(const QorUnicodeString& iPath,
+                                              int /*iSide*/,
+                                              int& oWidth,
+                                              int& oHeight,
+                                              QorUnicodeString& oError) {
+    QorPixelImage* picture = Read(iPath, oError);
+    if (picture != nullptr)
+        picture->GetSize(oWidth, oHeight);
+    return picture;
+}
+
 int QorPictureService::WriteWatched(const QorPixelImage& iImage,
                                     const QorString& iFormat,
                                     const QorUnicodeString& iPath,

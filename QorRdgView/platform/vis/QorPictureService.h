@@ -17,6 +17,14 @@ public:
     /// the file.
     [[nodiscard]] virtual QorPixelImage* Read(const QorUnicodeString& iPath,
                                               QorUnicodeString& oError) = 0;
+    /// The same for a picture that is shown much smaller: where its format gives it sooner, a
+    /// smaller version whose longer side still has \p iSide pixels. \p oWidth and \p oHeight are
+    /// the whole picture's. The default reads all of it.
+    [[nodiscard]] virtual QorPixelImage* ReadReduced(const QorUnicodeString& iPath,
+                                                     int iSide,
+                                                     int& oWidth,
+                                                     int& oHeight,
+                                                     QorUnicodeString& oError);
     /// 0 on success; else a code that is not 0, and the reason in \p oError. An old file stays
     /// whole then.
     [[nodiscard]] virtual int Write(const QorPixelImage& iImage,

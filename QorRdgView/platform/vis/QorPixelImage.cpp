@@ -19,6 +19,12 @@ bool IsPicture(int iWidth, int iHeight, int iChannels, const QorPixelImage::Pixe
     return iPixels->size() == size * static_cast<std::size_t>(iChannels);
 }
 
+/// A pipe or a device could keep its reader waiting for ever.
+bool MayBlock(const QorUnicodeString& iPath) {
+    QorFileInfo file;
+    return QorGetFileInfo(iPath, &file) == 0 && !file.isRegular;
+}
+
 } // namespace
 
 QorPixelImage::QorPixelImage(int iWidth,
@@ -58,11 +64,20 @@ void QorPixelImage::SetPixelsPerInch(double iPixels) {
 }
 
 QorPixelImage* QorPixelImage::CreateFromFile(const QorUnicodeString& iPath) {
-    QorFileInfo file;
-    if (QorGetFileInfo(iPath, &file) == 0 && !file.isRegular)
-        return nullptr; // a pipe or a device could keep its reader waiting for ever
+    if (MayBlock(iPath))
+        return nullptr;
     QorUnicodeString error;
     return QorPictureService::Get().Read(iPath, error);
+}
+
+QorPixelImage* QorPixelImage::CreateReducedFromFile(const QorUnicodeString& iPath,
+                                                    int iSide,
+                                                    int& oWidth,
+                                                    int& oHeight) {
+    if (MayBlock(iPath))
+        return nullptr;
+    QorUnicodeString error;
+    return QorPictureService::Get().ReadReduced(iPath, iSide, oWidth, oHeight, error);
 }
 
 int QorPixelImage::WriteToFile(const QorString& iFormat,

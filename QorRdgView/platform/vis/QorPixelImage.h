@@ -49,6 +49,9 @@ class QorPixelImage : public QorBaseUnknown {
     /// Reads a picture file through the host's picture service; null when it cannot be read. The
     /// reference belongs to the caller.
     [[nodiscard]] static QorPixelImage* CreateFromFile(const QorUnicodeString& iPath);
+    /// The same for a picture that is shown much smaller; see QorPictureService::ReadReduced.
+    [[nodiscard]] static QorPixelImage*
+    CreateReducedFromFile(const QorUnicodeString& iPath, int iSide, int& oWidth, int& oHeight);
     /// Writes the picture under a format keyword ("PNG", "TIFFPB" …): beside the target, then
     /// renamed. 0, or what the service answers on failure. Format keywords: see QorPictureService.
     /// \p oError, if it is wanted, says why then.
