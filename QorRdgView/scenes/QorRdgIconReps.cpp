@@ -1,11 +1,16 @@
 #include "scenes/QorRdgIconReps.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr double boxSide = 94.0;
 constexpr double middle = 47.0;
 constexpr double titleTop = -97.0;
 constexpr double titleHeight = 15.0;
+/// Neither the edge of the view nor the title of the next icon is touched; and a white title stays
+/// on the plate of the highlight.
+constexpr double longestTitle = 2.0 * (middle + QorRdgIconReps::margin);
 constexpr int topCentre = 7;
 constexpr QorColor boxColor{212, 208, 200};
 constexpr QorColor highlightColor{10, 36, 106};
@@ -18,10 +23,12 @@ double TitleWidth(const QorUnicodeString& iTitle) {
 
 QorVar<Qor2DCustomRep> MakeTitle(const QorUnicodeString& iTitle) {
     auto title = QorMake<Qor2DCustomRep>();
-    title->AddPrimitive(Qor2DAnnotationTextGP{.position = {middle, titleTop},
-                                              .text = iTitle,
-                                              .anchor = topCentre,
-                                              .height = titleHeight});
+    title->AddPrimitive(
+        Qor2DAnnotationTextGP{.position = {middle, titleTop},
+                              .text = iTitle,
+                              .anchor = topCentre,
+                              .height = titleHeight,
+                              .maxWidth = std::min(TitleWidth(iTitle), longestTitle)});
     const double half = TitleWidth(iTitle) / 2.0;
     Qor2DBoundingBox box;
     box.Add(QorMathPoint2D{middle - half, titleTop - titleHeight});

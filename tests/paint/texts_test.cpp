@@ -15,9 +15,13 @@ protected:
     }
 
     [[nodiscard]] QImage paintText(int anchor, double height, double zoom = 1.0) {
+        return paintText({.position = {}, .text = "Hxgj", .anchor = anchor, .height = height},
+                         zoom);
+    }
+
+    [[nodiscard]] QImage paintText(const Qor2DAnnotationTextGP& text, double zoom = 1.0) {
         const auto rep = QorMake<Qor2DCustomRep>();
-        rep->AddPrimitive(Qor2DAnnotationTextGP{
-            .position = {0, 0}, .text = "Hxgj", .anchor = anchor, .height = height});
+        rep->AddPrimitive(text);
         rep->SetAttributes(inRed);
         const Qor2DViewpoint_var viewpoint = makeViewpoint();
         viewpoint->SetView({0, 0}, zoom / static_cast<double>(surface.unit));
@@ -60,6 +64,30 @@ TEST_F(PaintedTexts, AreSmoothAndOfOneColour) {
         for (int x = 0; x < image.width(); ++x) {
             ASSERT_EQ(qGreen(image.pixel(x, y)), 0); // no colour fringes
             ASSERT_EQ(qBlue(image.pixel(x, y)), 0);
+        }
+}
+
+TEST_F(PaintedTexts, AreAboutAsWideAsWhoeverPlacesThemReckons) {
+    const std::string title = "Studio soft box of the year";
+    const QRect ink =
+        inked(paintText({.position = {}, .text = title, .anchor = 5, .height = 15.0}));
+    EXPECT_NEAR(ink.width(), 6.0 * static_cast<double>(title.size()), 15.0);
+}
+
+TEST_F(PaintedTexts, KeepToTheirLargestWidthNarrowerThenShortened) {
+    const Qor2DAnnotationTextGP whole{
+        .position = {}, .text = "Catalogue white for data sheets", .anchor = 5, .height = 15.0};
+    const double natural = inked(paintText(whole)).width();
+    for (const double maxWidth : {1000.0, 0.85 * natural, 0.5 * natural, 20.0})
+        for (const double zoom : {1.0, 2.0}) {
+            if (zoom * std::min(maxWidth, natural) > 195.0)
+                continue; // wider than the picture
+            Qor2DAnnotationTextGP text = whole;
+            text.maxWidth = maxWidth;
+            const QRect ink = inked(paintText(text, zoom));
+            EXPECT_LE(ink.width(), zoom * maxWidth + 1.0);
+            EXPECT_GT(ink.width(), 5) << maxWidth;
+            EXPECT_NEAR(ink.x() + 0.5 * ink.width(), 100.0, 6.0) << "still held in the middle";
         }
 }
 

@@ -103,7 +103,7 @@ private:
         const double scale = std::sqrt(std::abs(toPixels_.determinant()));
         drawText(painter_, QString::fromStdString(text.text.Str()),
                  toPixels_.map(toQt(text.position)), text.height * scale, text.anchor,
-                 {color.red, color.green, color.blue, color.alpha});
+                 {color.red, color.green, color.blue, color.alpha}, text.maxWidth * scale);
     }
 
     void drawUpright(const Qor2DImagePixelRep& rep, const QRect& source, const QRect& target);

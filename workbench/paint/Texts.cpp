@@ -13,8 +13,10 @@ namespace qor::paint {
 namespace {
 
 constexpr int tallest = 2000; // device pixels
-/// In per cent: a letter is on average as wide as whoever places texts reckons, 0.4 of the line.
-constexpr int narrow = 80;
+/// Width of letters, as parts of the font's own: with the first a letter is on average as wide as
+/// whoever places texts reckons, 0.4 of the line; narrower than the second they are hard to read.
+constexpr double narrow = 0.9;
+constexpr double narrowest = 0.6;
 
 QFont fontOf(int pixels) {
     QFont font;
@@ -24,7 +26,6 @@ QFont fontOf(int pixels) {
         static_cast<QFont::StyleStrategy>(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
     font.setHintingPreference(QFont::PreferVerticalHinting);
     font.setPixelSize(pixels);
-    font.setStretch(narrow);
     return font;
 }
 
@@ -34,6 +35,20 @@ QFont fontForLine(double height) {
     static const double lineByPixel = QFontMetricsF(fontOf(large)).height() / large;
     return fontOf(static_cast<int>(
         std::lround(std::clamp(height / lineByPixel, 1.0, static_cast<double>(tallest)))));
+}
+
+struct FittedText {
+    QString text;
+    double narrow;
+};
+
+FittedText fit(const QString& text, const QFontMetricsF& metrics, double maxWidth) {
+    const double width = metrics.horizontalAdvance(text);
+    if (!(maxWidth > 0.0) || width * narrow <= maxWidth)
+        return {text, narrow};
+    if (width * narrowest <= maxWidth)
+        return {text, maxWidth / width};
+    return {metrics.elidedText(text, Qt::ElideRight, maxWidth / narrowest), narrowest};
 }
 
 } // namespace
@@ -57,20 +72,28 @@ void drawText(QPainter& painter,
               const QPointF& position,
               double height,
               int anchor,
-              const QColor& color) {
+              const QColor& color,
+              double maxWidth) {
     if (text.isEmpty() || !(height > 0.0) || !std::isfinite(position.x()) ||
         !std::isfinite(position.y()))
         return;
     const QFont font = fontForLine(height);
     const QFontMetricsF metrics(font);
+    const FittedText line = fit(text, metrics, maxWidth);
     const QPointF part = anchorPart(anchor);
-    const double left = position.x() - part.x() * metrics.horizontalAdvance(text);
+    const double left =
+        position.x() - part.x() * metrics.horizontalAdvance(line.text) * line.narrow;
     const double top = position.y() - part.y() * metrics.height();
+    painter.save();
     painter.setFont(font);
     painter.setPen(color);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
-    // On whole pixels letters are as sharp as their hinting makes them.
-    painter.drawText(QPointF(std::round(left), std::round(top + metrics.ascent())), text);
+    // On whole pixels letters are as sharp as their hinting makes them. The font's own stretch
+    // would leave those as they are that have no narrow face.
+    painter.translate(std::round(left), std::round(top + metrics.ascent()));
+    painter.scale(line.narrow, 1.0);
+    painter.drawText(QPointF(0.0, 0.0), line.text);
+    painter.restore();
 }
 
 } // namespace qor::paint

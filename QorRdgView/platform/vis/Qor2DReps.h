@@ -153,6 +153,7 @@ struct Qor2DAnnotationTextGP {
     QorUnicodeString text;
     int anchor = 1;
     double height = 15.0;
+    double maxWidth = 0.0; ///< in model units; painters shorten what is longer; 0 for any width
 };
 
 /// Primitives drawn one after another with the representation's attributes.
