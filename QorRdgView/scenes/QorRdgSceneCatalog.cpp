@@ -8,9 +8,12 @@
 #include "platform/text/QorWarning.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <variant>
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr const char* catalogName = "QorRdgScenes";
 constexpr int mostScenes = 100'000;
@@ -94,13 +97,26 @@ private:
     }
 };
 
+/// The part of \p iPath below \p iFolder; empty when it lies elsewhere.
+std::string Below(const fs::path& iFolder, const fs::path& iPath) {
+    const fs::path part = iPath.lexically_relative(iFolder);
+    return part.empty() || *part.begin() == ".." || part == "." ? std::string() : part.string();
+}
+
 /// The part of an absolute path below a `rendering` folder of the path list, or the path itself.
-/// So a dumped scene whose picture was chosen there finds it again.
+/// So a dumped scene whose picture was chosen there finds it again, by whichever of its names.
 std::string BelowRendering(const std::string& iPath, const QorUnicodeString& iStartupPath) {
+    if (!iPath.starts_with('/'))
+        return iPath;
+    std::error_code failed; // then the name is empty, and below nothing
+    const fs::path target = fs::weakly_canonical(iPath, failed);
     for (const std::string& directory : QorSplitPathList(iStartupPath.Str())) {
-        const std::string folder = directory + "/rendering/";
-        if (iPath.starts_with(folder))
-            return iPath.substr(folder.size());
+        const fs::path folder = fs::path(directory) / "rendering";
+        for (const std::string& part :
+             {Below(folder.lexically_normal(), fs::path(iPath).lexically_normal()),
+              Below(fs::weakly_canonical(folder, failed), target)})
+            if (!part.empty())
+                return part;
     }
     return iPath;
 }

@@ -315,4 +315,19 @@ TEST_F(SceneManager, FindsAPictureByItsFullPathInARenderingFolder) {
     EXPECT_EQ(Manager().GetPredefinedScene(2)->backgroundOn, 0);
 }
 
+TEST_F(SceneManager, FindsAPictureByEveryNameOfARenderingFolder) {
+    const std::string path = directory.Write("real/rendering/sub/a.tga", "x");
+    std::filesystem::create_directory_symlink(directory.GetPath("real"), directory.GetPath("link"));
+    const std::string start = directory.GetPath("start") + "/:" + directory.GetPath("link") + "/";
+    for (const std::string& name : {path, directory.GetPath("link/rendering/sub/a.tga"),
+                                    directory.GetPath("real/rendering/../rendering//sub/a.tga")}) {
+        WriteCatalog("Count=\"1\";\nScene1.Background.Image=\"" + name + "\";\n");
+        QorSetEnv("QorStartupPath", QorUnicodeString(start));
+        QorCatalogs::Clear();
+        const QorRdgScene& scene = *NewManager().GetPredefinedScene(0);
+        EXPECT_EQ(scene.backgroundOn, 1) << name;
+        EXPECT_TRUE(std::filesystem::exists(scene.backgroundImage.Str())) << scene.backgroundImage;
+    }
+}
+
 } // namespace
