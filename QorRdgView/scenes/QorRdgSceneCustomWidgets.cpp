@@ -13,6 +13,7 @@ namespace {
 constexpr QorDlgStyle plainFrame = QorDlgFraNoTitle | QorDlgFraNoFrame | QorDlgGridLayout;
 constexpr int hundred = 100;
 constexpr int ten = 10;
+constexpr int strengthCount = 4;
 constexpr const char* twoDigits = "%4.2f";
 constexpr const char* oneDigit = "%4.1f";
 
@@ -52,21 +53,22 @@ void QorRdgSceneCustomFrame::BuildLights() {
         const char* format;
     };
 
+    // The sphere stands beside the values, so that the dialog fits on a small screen.
     auto* lightFrame = Place<QorDlgFrame>(this, "lightFrame", {.row = LightRow}, QorDlgGridLayout);
-    auto* typeFrame = Place<QorDlgFrame>(lightFrame, "typeFrame",
-                                         {.justification = QorHoldLeft | QorHoldTop}, plainFrame);
-    Place<QorDlgLabel>(typeFrame, "lightLabel", {.row = 0});
-    int row = 0;
+    auto* typeFrame = Place<QorDlgFrame>(
+        lightFrame, "typeFrame", {.row = 0, .width = 2, .justification = QorHoldLeft}, plainFrame);
+    Place<QorDlgLabel>(typeFrame, "lightLabel", {.column = 0});
+    int column = 0;
     for (const char* radioName : {"noLightRadio", "oneLightRadio", "twoLightsRadio"}) {
-        auto* radio = Place<QorDlgRadioButton>(typeFrame, radioName, {.row = row + 1});
+        auto* radio = Place<QorDlgRadioButton>(typeFrame, radioName, {.column = column + 1});
         AddAnalyseNotificationCB(this, radio, radio->GetRadBModifyNotification(),
                                  &QorRdgSceneCustomFrame::LightTypeCB);
-        lightRadios[static_cast<std::size_t>(row++)] = radio;
+        lightRadios[static_cast<std::size_t>(column++)] = radio;
     }
     preview = std::make_unique<QorRdgScenePreview>(lightFrame);
-    preview->GetViewer()->SetGridConstraints(0, 1, 1, 1);
+    // Not stretched: in a square the arrows are never cut off.
+    preview->GetViewer()->SetGridConstraints(1, 0, 1, strengthCount, QorHoldLeft);
     lightFrame->SetGridColumnResizable(1, true);
-    lightFrame->SetGridRowResizable(0, true);
     int strengthRow = 1;
     for (const Strength& one : {Strength{Ambient, "ambient", hundred, twoDigits},
                                 Strength{Diffuse, "diffuse", hundred, twoDigits},
@@ -74,7 +76,8 @@ void QorRdgSceneCustomFrame::BuildLights() {
                                 Strength{Shadow, "shadow", ten, oneDigit}}) {
         const std::string frameName = std::string(one.name) + "Frame";
         auto* strengthFrame = Place<QorDlgFrame>(lightFrame, frameName.c_str(),
-                                                 {.row = strengthRow++, .width = 2}, plainFrame);
+                                                 {.row = strengthRow, .column = 1}, plainFrame);
+        lightFrame->SetGridRowResizable(strengthRow++, true);
         pairs[one.pair] = QorRdgSliderPair::Make(strengthFrame, one.name, 0, one.steps, one.format);
     }
     SetGridRowResizable(LightRow, true);
@@ -88,7 +91,6 @@ void QorRdgSceneCustomFrame::BuildBackground() {
     Place<QorDlgLabel>(backgroundFrame, "backgroundLabel", {.row = 0, .column = 0});
     backgroundEditor =
         Place<QorDlgEditor>(backgroundFrame, "backgroundEditor", {.row = 0, .column = 1});
-    backgroundEditor->SetVisibleTextWidth(20);
     auto* button =
         Place<QorDlgPushButton>(backgroundFrame, "backgroundButton", {.row = 0, .column = 2});
     backgroundStretchCheck = Place<QorDlgCheckButton>(backgroundFrame, "backgroundStretchCheck",

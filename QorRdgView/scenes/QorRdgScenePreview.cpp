@@ -66,8 +66,10 @@ void QorRdgScenePreview::Build(const QorRdgScene& iScene) {
 }
 
 void QorRdgScenePreview::BuildSphere() {
-    sphere =
-        MakeRep(QorRdgSceneMeshes::MakeSphere(1.0, subdivisions), QorMake<QorGraphicMaterial>());
+    // A grey on which two full lights still show which is where.
+    const auto clay = QorMake<QorGraphicMaterial>();
+    std::fill_n(clay->baseColor, 3, 0.5F);
+    sphere = MakeRep(QorRdgSceneMeshes::MakeSphere(1.0, subdivisions), clay);
     viewer->AddRep(sphere);
     sphereManipulator =
         new Qor3DManipulator(frame, "sphereManipulator", viewer, sphere, QorMathAxis());
