@@ -33,6 +33,20 @@ TEST_F(InstalledScenes, HaveATitleAPictureAndValuesInRange) {
     }
 }
 
+TEST_F(InstalledScenes, HaveTitlesThatFitUnderTheirPicturesInEveryLanguage) {
+    constexpr std::size_t most = 17; // at 6 units a character, between two icons
+    const QorScopedVariable region("LC_ALL", "en_US.UTF-8");
+    for (const char* name : {"en", "de", "fr"}) {
+        const QorScopedVariable tongue("LANGUAGE", name);
+        QorCatalogs::Clear();
+        const QorRdgSceneManager& manager = NewManager();
+        for (int i = 0; i < manager.GetPredefinedSceneCount(); ++i) {
+            const QorUnicodeString& title = manager.GetPredefinedScene(i)->title;
+            EXPECT_LE(title.CountCharacters(), most) << title;
+        }
+    }
+}
+
 TEST_F(InstalledScenes, FollowTheLanguageAndKeepTheChoice) {
     const QorScopedVariable region("LC_ALL", "en_US.UTF-8");
     const QorScopedVariable tongue("LANGUAGE", "de");
@@ -41,7 +55,7 @@ TEST_F(InstalledScenes, FollowTheLanguageAndKeepTheChoice) {
     const QorRdgScene* chosen = manager.GetPredefinedScene(manager.GetPredefinedSceneIndex());
     ASSERT_NE(chosen, nullptr);
     EXPECT_EQ(chosen->index, 0);
-    EXPECT_EQ(chosen->title, "Studio mit Lichtwanne");
+    EXPECT_EQ(chosen->title, "Studio-Softbox");
 }
 
 } // namespace
