@@ -2,8 +2,6 @@
 
 #include "scenes/QorRdgIconReps.h"
 
-QorImplementClass(QorRdgIconViewer, Qor2DViewer)
-
 QorRdgIconViewer::QorRdgIconViewer(QorCommand* iFather,
                                    const QorString& iName,
                                    float iWidth,

@@ -164,7 +164,18 @@ TEST_F(CustomFrame, PrintsOnlyTheLightsThatThereAre) {
 TEST_F(CustomFrame, WhatWasPrintedComesBackFromTheCatalog) {
     Open();
     Person::Check("sceneDialog/twoLightsRadio");
+    for (const auto& [name, value] : std::map<std::string, double>{{"ambient", 0.123456789},
+                                                                   {"diffuse", 1.0 / 3.0},
+                                                                   {"specular", 0.987654321},
+                                                                   {"shadow", 0.7},
+                                                                   {"groundTransparency", 0.0625},
+                                                                   {"groundReflectivity", 0.11}})
+        Person::Slide("sceneDialog/" + name + "Slider", value);
+    Manipulator("lightManipulator1")->TurnThirdTo({-1.0, 1.0e-3, 12.0});
     Manipulator("lightManipulator2")->TurnThirdTo({0.3, -0.2, 0.7});
+    Manipulator("lightManipulator1")->Edit();
+    Person::Find<QorDlgColorEditor>("colorEditor")->UserAccept({0.1F, 2.0F / 3.0F, 1.0F});
+    loop.RunPosted();
     std::string text = Accept();
     for (std::size_t at = 0; (at = text.find("Scene.", at)) != std::string::npos; at += 6)
         text.insert(at + 5, "1");
@@ -178,10 +189,14 @@ TEST_F(CustomFrame, WhatWasPrintedComesBackFromTheCatalog) {
     EXPECT_EQ(back.groundOn, custom.groundOn);
     EXPECT_EQ(back.backgroundStretch, custom.backgroundStretch);
     EXPECT_EQ(back.backgroundOn, 1);
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_NEAR(back.direction1[i], custom.direction1[i], 1.0e-6);
-        EXPECT_NEAR(back.direction2[i], custom.direction2[i], 1.0e-6);
-    }
+    EXPECT_EQ(back.shadow, custom.shadow);
+    for (const auto field : {&QorRdgScene::ambient, &QorRdgScene::diffuse, &QorRdgScene::specular,
+                             &QorRdgScene::groundTransparency, &QorRdgScene::groundReflectivity})
+        EXPECT_NEAR(back.*field, custom.*field, 1.0e-6);
+    for (const auto field : {&QorRdgScene::color1, &QorRdgScene::color2, &QorRdgScene::direction1,
+                             &QorRdgScene::direction2})
+        for (std::size_t i = 0; i < 3; ++i)
+            EXPECT_NEAR((back.*field)[i], (custom.*field)[i], 1.0e-6);
 }
 
 TEST_F(CustomFrame, TurnsALightByItsArrow) {

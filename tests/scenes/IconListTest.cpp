@@ -53,6 +53,20 @@ public:
         return Make(width, height);
     }
 
+    QorPixelImage* ReadReduced(const QorUnicodeString& iPath,
+                               int iSide,
+                               int& oWidth,
+                               int& oHeight,
+                               QorUnicodeString& oError) override {
+        QorPixelImage* whole =
+            QorPictureService::ReadReduced(iPath, iSide, oWidth, oHeight, oError);
+        askedSide = iSide;
+        if (whole == nullptr || reduced.first == 0)
+            return whole;
+        whole->Release();
+        return Make(reduced.first, reduced.second);
+    }
+
     int Write(const QorPixelImage& iImage,
               const QorString& iFormat,
               const QorUnicodeString& iPath,
@@ -68,6 +82,8 @@ public:
     }
 
     std::atomic<int> reads = 0;
+    std::atomic<int> askedSide = 0;
+    std::pair<int, int> reduced; ///< size of what ReadReduced gives; 0 for the whole
 
 private:
     static QorPixelImage* Make(int iWidth, int iHeight) {
@@ -283,6 +299,25 @@ TEST_F(IconList, SelectsAndDrawsTheHighlightOverTheIcon) {
     EXPECT_EQ(TitleOf(Icon(4)), "0"); // still on top
 }
 
+TEST_F(IconList, TitlesAreDrawnWithinTheirPlateAndBetweenTheirNeighbours) {
+    struct Row {
+        const char* title;
+        double width;
+    };
+
+    for (const Row& row : {Row{"Sky", 18.0}, Row{"Studio soft box", 90.0},
+                           Row{"A scene with a very long title", 104.0}}) {
+        const QorVar<Qor2DBagRep> icon = QorRdgIconReps::MakeIcon(row.title);
+        const QorVar<Qor2DBagRep> highlight = QorRdgIconReps::MakeHighlight(row.title);
+        for (const auto& bag : {icon, highlight}) {
+            const auto& title =
+                dynamic_cast<const Qor2DCustomRep&>(*bag->GetChildren().back()).GetTexts().at(0);
+            EXPECT_EQ(title.text, row.title) << "whole for whoever reads it";
+            EXPECT_DOUBLE_EQ(title.maxWidth, row.width);
+        }
+    }
+}
+
 TEST_F(IconList, FollowsTheMouse) {
     struct Row {
         double x;
@@ -437,6 +472,14 @@ TEST_F(Thumbnails, HaveALongerSideOf92AndAnEvenOther) {
          {Row{300, 451, {60, 92}}, Row{500, 500, {92, 92}}, Row{1920, 1080, {92, 50}},
           Row{1080, 1920, {50, 92}}, Row{92, 91, {92, 90}}, Row{5000, 10, {92, 2}}})
         EXPECT_EQ(QorRdgThumbnails::GetSize(row.width, row.height), row.size);
+}
+
+TEST_F(Thumbnails, AreMadeOfASmallerVersionWithTheProportionsOfTheWhole) {
+    const std::string path = directory.Write("large.jpg", "3000x4510");
+    pictures.reduced = {150, 226}; // as a reader gives it that rounds
+    Show({path});
+    EXPECT_THAT(Shown(0), ElementsAre(60, 92, 17, -93));
+    EXPECT_EQ(pictures.askedSide, 184);
 }
 
 TEST_F(Thumbnails, LieInTheMiddleOfTheBoxBelowEverythingElse) {
