@@ -156,6 +156,20 @@ TEST_F(Program, FindsItsOwnTexts) {
     EXPECT_EQ(program->wait(), 0);
 }
 
+TEST_F(Program, SaysWhenItsResourcesAreMissingAndRunsOn) {
+    std::filesystem::create_directory(directory.GetPath("bin"));
+    const std::string copy = directory.GetPath("bin/qorworkbench");
+    std::filesystem::copy_file(QOR_WORKBENCH, copy);
+    ChildProgram program(copy, {"--headless", "--listen", socket},
+                         {"XDG_CONFIG_HOME=" + directory.GetPath("config"),
+                          "LD_LIBRARY_PATH=" QOR_LIBRARIES, "QorStartupPath", "DISPLAY"});
+    PortClient(socket).call("app.quit");
+    EXPECT_EQ(program.wait(), 0);
+    EXPECT_EQ(program.errors(), "qorworkbench: the folder \"" +
+                                    directory.GetPath("share/qorworkbench") +
+                                    "\" with the program's texts, icons and scenes is missing\n");
+}
+
 TEST_F(Program, TracesToStandardError) {
     const auto program = startHeadless({"--trace", "2"});
     PortClient client(socket);

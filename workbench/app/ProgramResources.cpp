@@ -16,12 +16,17 @@ std::string programResources() {
     return (prefix / "share" / "qorworkbench").string();
 }
 
-void useProgramResources() {
+std::string useProgramResources() {
     constexpr const char* variable = "QorStartupPath";
     const QorUnicodeString directory = programResources();
     QorCatalogs::SetProgramDirectory(directory);
     if (!directory.IsNull() && !QorGetEnv(variable))
         QorSetEnv(variable, directory);
+    std::error_code missing;
+    if (std::filesystem::is_directory(directory.Str(), missing))
+        return {};
+    return "the folder \"" + directory.Str() +
+           "\" with the program's texts, icons and scenes is missing";
 }
 
 } // namespace qor::app

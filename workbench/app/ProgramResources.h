@@ -9,7 +9,8 @@ namespace qor::app {
 [[nodiscard]] std::string programResources();
 
 /// Makes the program's own resources known to the catalogs, and sets QorStartupPath to them when it
-/// is unset. To be called before other threads run.
-void useProgramResources();
+/// is unset. To be called before other threads run. What is wrong, for standard error: where they
+/// should be nothing is, so that only names of texts show; empty when they are there.
+[[nodiscard]] std::string useProgramResources();
 
 } // namespace qor::app

@@ -99,7 +99,8 @@ int run(int count, char** arguments) {
     if (const auto* answer = std::get_if<Answer>(&asked))
         return print(*answer);
     const auto& options = std::get<Options>(asked);
-    useProgramResources();
+    if (const std::string wrong = useProgramResources(); !wrong.empty())
+        std::cerr << "qorworkbench: " << wrong << '\n';
     QorTraceChannel::SetStandardErrorLevel(options.traceLevel);
     return withHost(options, [&](const HostLoop& host) { return serve(host, options); });
 }
