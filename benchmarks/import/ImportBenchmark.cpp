@@ -43,7 +43,7 @@ public:
 
 private:
     void saveDocument() const {
-        import::ImportReport report([](const auto&, double){}, [](const auto&){});
+        auto report = import::ImportReport([](const auto&, double) {}, [](const auto&) {});
         const auto product = import::readModel(step(), {}, report);
         if (!product || !document::writeProduct(saved(), product.value()))
             std::abort();
@@ -69,7 +69,7 @@ void importModel(benchmark::State& state, const fs::path& model) {
     double total = 0;
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
-        import::ImportReport report([](const auto&, double){}, [](const auto&){});
+        auto report = import::ImportReport([](const auto&, double) {}, [](const auto&) {});
         const auto product = import::readModel(model, {}, report);
         if (!product || !document::writeProduct(models().saved().string() + ".2", product.value()))
             return state.SkipWithError("the import failed");

@@ -235,6 +235,20 @@ TEST_F(DocumentStoreTest, DamageThatOnlyTheFullCheckFindsIsTold) {
     store.release(*document.value());
 }
 
+TEST_F(DocumentStoreTest, WhatAnImportLeftOutIsTold) {
+    const fs::path model = file("one.obj");
+    std::ofstream(model) << "mtllib gone.mtl\nusemtl red\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
+    DocumentStore store(loop, options());
+    std::vector<std::string> told;
+    store.setWarningListener([&](const std::vector<std::string>& texts) { told = texts; });
+    const Result<Document_var> document = open(store, model);
+    ASSERT_TRUE(document) << document.failure().text;
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_NE(told.front().find("one.obj: "), std::string::npos) << told.front();
+    EXPECT_NE(told.front().find("gone.mtl"), std::string::npos) << told.front();
+    store.release(*document.value());
+}
+
 TEST_F(DocumentStoreTest, AnImportTellsItsProgressAndIsMerged) {
     DocumentStore store(loop, options());
     const Document_var document = sampleDocument();

@@ -20,8 +20,13 @@
 namespace {
 
 using namespace qor;
+using import::CommandLine;
+using import::CrashLine;
+using import::ErrorKind;
+using import::ImportReport;
 using import::ProgressKind;
 using import::ProgressLine;
+using import::readModel;
 
 enum ExitCode { done = 0, failed = 1, usage = 2 };
 
@@ -54,11 +59,11 @@ private:
     std::FILE* file_;
 };
 
-import::ErrorKind errorKindOf(document::FaultKind kind){
-    if (kind == document::FaultKind::Input) return import::ErrorKind::Input;
-const bool machine = kind == document::FaultKind::Machine;
-return machine ? import::ErrorKind::Machine : import::ErrorKind::Internal;
-} // namespace
+ErrorKind errorKindOf(document::FaultKind kind) {
+    if (kind == document::FaultKind::Input)
+        return ErrorKind::Input;
+    return kind == document::FaultKind::Machine ? ErrorKind::Machine : ErrorKind::Internal;
+}
 
 ProgressLine errorLine(const document::Failure& failure) {
     ProgressLine line;
@@ -69,7 +74,7 @@ ProgressLine errorLine(const document::Failure& failure) {
 }
 
 ProgressLine doneLine(const document::Product& product,
-                      const import::ImportReport& report,
+                      const ImportReport& report,
                       std::chrono::steady_clock::time_point start) {
     ProgressLine line;
     line.kind = ProgressKind::Done;
@@ -85,11 +90,11 @@ ProgressLine doneLine(const document::Product& product,
 
 class Import {
 public:
-    explicit Import(import::CommandLine command) : command_(std::move(command)) {}
+    explicit Import(CommandLine command) : command_(std::move(command)) {}
 
     int run() {
         document::Result<document::Product> product =
-            import::readModel(command_.model, command_.settings, report_);
+            readModel(command_.model, command_.settings, report_);
         if (!product)
             return fail(product.failure());
         report_.enter("write", writeFrom, 1);
@@ -140,24 +145,21 @@ private:
         crashLine_.set(import::formatProgressLine(errorLine(failure)) + "\n");
     }
 
-    import::CommandLine command_;
+    CommandLine command_;
     LineOutput output_;
-    import::CrashLine crashLine_{output_.descriptor(), failed};
+    CrashLine crashLine_{output_.descriptor(), failed};
     std::string stage_;
     std::string lastWarning_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-    import::ImportReport report_{
-        [this](const std::string& stage, double fraction){progress(stage, fraction);
-}, [this](const std::string& text) {
-    warning(text);
-}
-}
-;
-}
-;
+    ImportReport report_{
+        [this](const std::string& stage, double fraction) { progress(stage, fraction); },
+        [this](const std::string& text) {
+            warning(text);
+        }};
+};
 
 struct Task {
-    import::CommandLine command;
+    CommandLine command;
     int exitCode = failed;
 };
 

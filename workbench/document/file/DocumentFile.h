@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <optional>
 #include <stop_token>
+#include <string>
+#include <vector>
 
 namespace qor::document {
 
@@ -15,6 +17,7 @@ struct LoadedDocument {
     ProductReps product;
     std::optional<SceneRows> scene; ///< nothing in a file that an import made
     DocumentInfo info;
+    std::vector<std::string> warnings = {}; ///< what an import left out or mended; each a sentence
 };
 
 /// Writes \p snapshot as the document file \p file: one transaction in a new file, which then takes

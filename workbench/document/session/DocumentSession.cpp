@@ -32,6 +32,17 @@ void showProgress(std::optional<QorApplicationFrame::Progress> progress) {
         frame->SetProgress(std::move(progress));
 }
 
+/// In the status bar; a box would be in the way of looking at the model.
+void showWarnings(const std::vector<std::string>& warnings) {
+    QorApplicationFrame* frame = QorApplicationFrame::GetFrame();
+    if (frame == nullptr)
+        return;
+    const std::size_t others = warnings.size() - 1;
+    frame->SetStatus(others == 0
+                         ? message("Warned", {warnings.front()})
+                         : message("WarnedMore", {warnings.front(), std::to_string(others)}));
+}
+
 } // namespace
 
 DocumentSession::DocumentSession(QorEventLoop& loop,
@@ -44,6 +55,7 @@ DocumentSession::DocumentSession(QorEventLoop& loop,
     store_.setDamageListener([this](const std::string& text) {
         host_.tell(QorNotifyKind::Warning, message("Damaged", {text}));
     });
+    store_.setWarningListener(showWarnings);
 }
 
 DocumentSession::~DocumentSession() = default;

@@ -120,6 +120,7 @@ OperationPtr DocumentStore::recoverAsync(const Recoverable& recoverable,
 
 Document_var DocumentStore::finishOpening(Opening& opening, const fs::path& file) {
     const bool hasFile = opening.isDocument || (opening.recovery && !file.empty());
+    tellWarnings(opening.loaded);
     auto document = QorMake<Document>(std::move(opening.loaded));
     if (hasFile) {
         document->setPath(fs::absolute(file).lexically_normal());
@@ -133,6 +134,11 @@ Document_var DocumentStore::finishOpening(Opening& opening, const fs::path& file
     if (opening.isDocument)
         checkInBackground(entries_.back());
     return document;
+}
+
+void DocumentStore::tellWarnings(const LoadedDocument& loaded) const {
+    if (warningListener_ && !loaded.warnings.empty())
+        warningListener_(loaded.warnings);
 }
 
 void DocumentStore::checkInBackground(Entry& entry) {
@@ -161,14 +167,15 @@ OperationPtr DocumentStore::importAsync(Document& document,
             return importModel(file, import, context);
         return readWithProgress(file, true, context);
     };
-    return workers_.run<LoadedDocument>(
-        std::move(work), publishing(document, std::move(progress)),
-        [alive = Document_var(&document), done = std::move(done)](Result<LoadedDocument> loaded) {
-            if (!loaded)
-                return done(loaded.failure());
-            alive->merge(std::move(loaded.value()));
-            done(Done{});
-        });
+    return workers_.run<LoadedDocument>(std::move(work), publishing(document, std::move(progress)),
+                                        [this, alive = Document_var(&document),
+                                         done = std::move(done)](Result<LoadedDocument> loaded) {
+                                            if (!loaded)
+                                                return done(loaded.failure());
+                                            tellWarnings(loaded.value());
+                                            alive->merge(std::move(loaded.value()));
+                                            done(Done{});
+                                        });
 }
 
 OperationPtr DocumentStore::saveAsync(Document& document,

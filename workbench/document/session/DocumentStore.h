@@ -75,6 +75,12 @@ public:
     /// Whether one for recovery runs.
     [[nodiscard]] bool isAutosaving(const Document& document) const;
 
+    /// Told what the import of a model left out or mended, before its outcome is given; each is a
+    /// sentence that names the model, and there is at least one.
+    using WarningListener = std::function<void(const std::vector<std::string>& warnings)>;
+
+    void setWarningListener(WarningListener listener) { warningListener_ = std::move(listener); }
+
     /// Told when the full check of a file that was opened finds damage; the text names the file.
     void setDamageListener(std::function<void(const std::string& text)> listener) {
         damageListener_ = std::move(listener);
@@ -103,6 +109,7 @@ private:
     [[nodiscard]] Entry* find(const Document& document);
     [[nodiscard]] std::shared_ptr<DocumentLock> ownLock(const std::filesystem::path& file);
     [[nodiscard]] Document_var finishOpening(Opening& opening, const std::filesystem::path& file);
+    void tellWarnings(const LoadedDocument& loaded) const;
     void checkInBackground(Entry& entry);
     void autosave(Entry& entry);
     void finishSave(Document& document,
@@ -115,6 +122,7 @@ private:
     const StoreOptions options_;
     std::list<Entry> entries_;
     std::function<void(const std::string&)> damageListener_;
+    WarningListener warningListener_;
     QorTimerId heart_ = 0;
     QorEventLoop::Clock::time_point lastAutosave_;
     Workers workers_; ///< last, so that it ends first

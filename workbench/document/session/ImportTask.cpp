@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <utility>
+#include <vector>
 
 namespace qor::document {
 
@@ -17,8 +19,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using import::ImportEnd;
+using import::ImportOutcome;
+using import::ImportProcess;
+using import::ImportRequest;
+using import::ProgressKind;
+using import::ProgressLine;
+
 constexpr int waitMs = 20;
-constexpr int percentOfImport = 90; ///< the rest is reading what it made
+constexpr std::size_t mostWarnings = 1000; ///< a model can be wrong in any number of places
+constexpr int percentOfImport = 90;        ///< the rest is reading what it made
 constexpr std::string_view folderPrefix = "qor-import-";
 
 /// A folder for the file that an import makes, removed with it.
@@ -65,40 +75,45 @@ private:
     fs::path path_;
 };
 
-import::ImportRequest requestFor(const fs::path& model,
-                                 const fs::path& target,
-                                 const ImportOptions& options){import::ImportRequest request;
-request.program = options.program;
-request.model = model;
-request.target = target;
-request.deflectionMm = options.deflectionMm;
-request.angleDeg = options.angleDeg;
-request.timeout = options.timeLimit;
-request.memoryBytes = options.memoryLimit;
-return request;
-} // namespace
-
-void reportLine(const import::ProgressLine& line, const WorkContext& context) {
-    if (line.kind == import::ProgressKind::Progress)
-        context.report(static_cast<int>(std::lround(line.fraction * percentOfImport)), line.stage);
+ImportRequest
+requestFor(const fs::path& model, const fs::path& target, const ImportOptions& options) {
+    ImportRequest request;
+    request.program = options.program;
+    request.model = model;
+    request.target = target;
+    request.deflectionMm = options.deflectionMm;
+    request.angleDeg = options.angleDeg;
+    request.timeout = options.timeLimit;
+    request.memoryBytes = options.memoryLimit;
+    return request;
 }
+
+/// What a process has said and how it ended.
+struct Run {
+    ImportOutcome outcome;
+    std::vector<std::string> warnings;
+};
 
 /// Runs the process to its end, or to a cancel.
-import::ImportOutcome runProcess(const import::ImportRequest& request,
-                                 const WorkContext& context) {
-    import::ImportProcess process(
-        [&context](const import::ProgressLine& line) { reportLine(line, context);
-} // namespace qor::document
-);
-process.start(request);
-while (process.poll()) {
-    pollfd ready{process.descriptor(), POLLIN, 0};
-    if (::poll(&ready, 1, waitMs) > 0 && (ready.revents & POLLIN) == 0)
-        usleep(1000); // the pipe is closed; the child is about to die
-    if (context.stop().stop_requested())
-        process.cancel();
-}
-return *process.outcome();
+Run runProcess(const ImportRequest& request, const WorkContext& context) {
+    Run run;
+    ImportProcess process([&](const ProgressLine& line) {
+        if (line.kind == ProgressKind::Progress)
+            context.report(static_cast<int>(std::lround(line.fraction * percentOfImport)),
+                           line.stage);
+        else if (line.kind == ProgressKind::Warning && run.warnings.size() < mostWarnings)
+            run.warnings.push_back(line.text);
+    });
+    process.start(request);
+    while (process.poll()) {
+        pollfd ready{process.descriptor(), POLLIN, 0};
+        if (::poll(&ready, 1, waitMs) > 0 && (ready.revents & POLLIN) == 0)
+            usleep(1000); // the pipe is closed; the child is about to die
+        if (context.stop().stop_requested())
+            process.cancel();
+    }
+    run.outcome = *process.outcome();
+    return run;
 }
 
 Result<LoadedDocument>
@@ -119,10 +134,6 @@ readImported(const fs::path& file, const fs::path& model, const WorkContext& con
     return loaded;
 }
 
-} // namespace
-
-namespace {
-
 /// A fault of the temporary file that the import makes is one of the model's import, too.
 std::string naming(const fs::path& model, const std::string& text) {
     return text.starts_with(model.string()) ? text : model.string() + ": " + text;
@@ -137,12 +148,15 @@ importModel(const fs::path& model, const ImportOptions& options, const WorkConte
         return Failure{FaultKind::Machine,
                        model.string() + ": no folder for temporary files: " + std::strerror(errno)};
     const fs::path target = folder.path() / "import.qor";
-    const import::ImportOutcome outcome = runProcess(requestFor(model, target, options), context);
-    if (outcome.end == import::ImportEnd::Cancelled)
+    Run run = runProcess(requestFor(model, target, options), context);
+    if (run.outcome.end == ImportEnd::Cancelled)
         return Failure{FaultKind::Input, cancelledText};
-    if (outcome.end != import::ImportEnd::Done)
-        return Failure{FaultKind::Input, naming(model, outcome.text)};
-    return readImported(target, model, context);
+    if (run.outcome.end != ImportEnd::Done)
+        return Failure{FaultKind::Input, naming(model, run.outcome.text)};
+    Result<LoadedDocument> loaded = readImported(target, model, context);
+    if (loaded)
+        loaded.value().warnings = std::move(run.warnings);
+    return loaded;
 }
 
 std::uint64_t memoryOfComputer() {

@@ -18,6 +18,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using import::ImportEnd;
+using import::ImportProcess;
+using import::ImportRequest;
+using import::ProgressKind;
+using import::ProgressLine;
+
 /// A folder of our own, removed with all that is in it.
 class TemporaryFolder {
 public:
@@ -79,27 +85,28 @@ document::Product readDocument(const fs::path& file, Progress& progress) {
 
 void importModel(const fs::path& model, const fs::path& target, Progress& progress) {
     constexpr int turnMs = 50;
-    import::ImportProcess child([&progress](const import::ProgressLine& line) {
-        if (line.kind == import::ProgressKind::Warning)
+    ImportProcess child([&progress](const ProgressLine& line) {
+        if (line.kind == ProgressKind::Warning)
             progress.warn(line.text);
-    else progress.show("import", line.fraction);
-});
-import::ImportRequest request;
-request.program = importProgram();
-request.model = model;
-request.target = target;
-child.start(request);
-while (child.poll()) {
-    pollfd waiting{child.descriptor(), POLLIN, 0};
-    ::poll(&waiting, 1, turnMs);
-    checkInterrupt(); // the child dies with its object
+        else
+            progress.show("import", line.fraction);
+    });
+    ImportRequest request;
+    request.program = importProgram();
+    request.model = model;
+    request.target = target;
+    child.start(request);
+    while (child.poll()) {
+        pollfd waiting{child.descriptor(), POLLIN, 0};
+        ::poll(&waiting, 1, turnMs);
+        checkInterrupt(); // the child dies with its object
+    }
+    checkInterrupt();
+    if (child.wait().end != ImportEnd::Done)
+        throw Failure(child.wait().text);
 }
-checkInterrupt();
-if (child.wait().end != import::ImportEnd::Done)
-    throw Failure(child.wait().text);
-} // namespace
 
-} // namespace qor::render
+} // namespace
 
 document::Product readInput(const fs::path& file, Progress& progress) {
     std::error_code error;
