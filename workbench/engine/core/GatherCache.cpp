@@ -60,6 +60,10 @@ void GatherCache::index() {
         levels_.push_back(buildLevel(std::ldexp(1.0F, scale), points_, members));
 }
 
+GatherCache::GatherCache() = default;
+
+GatherCache::~GatherCache() = default;
+
 GatherCache::Group::Group() : perRadius(eight(1.0F)) {
     constexpr float farAway = 1e18F;
     position.x = eight(farAway);

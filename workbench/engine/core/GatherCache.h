@@ -23,6 +23,14 @@ public:
     /// Error allowed, as a share of a point's radius and the turn of the normal together.
     static constexpr float allowedError = 0.25F;
 
+    // Made and unmade inside the room, where alone lanes have their full alignment.
+    GatherCache();
+    ~GatherCache();
+    GatherCache(const GatherCache&) = delete;
+    GatherCache& operator=(const GatherCache&) = delete;
+    GatherCache(GatherCache&&) = delete;
+    GatherCache& operator=(GatherCache&&) = delete;
+
     /// Adds points; they count after the next index().
     void add(const std::vector<GatherPoint>& points);
     void index();
