@@ -5,7 +5,6 @@
 #include "workbench/document/product/ProductQuery.h"
 
 #include <algorithm>
-#include <atomic>
 
 namespace qor::document {
 
@@ -16,8 +15,8 @@ template <typename T>
 void ownAlone(std::shared_ptr<T>& shared) {
     if (shared.use_count() > 1)
         shared = std::make_shared<T>(*shared);
-    else
-        std::atomic_thread_fence(std::memory_order_acquire); // after the last look of a worker
+    else // asking for the count orders nothing; counting does: this is after a worker's last look
+        const std::shared_ptr<T> counted(shared);
 }
 
 } // namespace
