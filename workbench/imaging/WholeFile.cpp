@@ -32,8 +32,7 @@ bool isWholeSgi(std::string_view bytes) {
 }
 
 /// A Photoshop file: header, three sections that tell their lengths, and the flattened picture,
-/// plain or with a list of the lengths of its packed rows (Adobe Photoshop File Formats
-/// Specification, 2019).
+/// plain or with a list of the lengths of its packed rows (Adobe, Photoshop File Formats, 2019).
 bool isWholePsd(std::string_view bytes) {
     constexpr std::size_t header = 26;
     constexpr int sections = 3;
