@@ -252,18 +252,18 @@ TEST_F(EngineTest, TheEngineMayGoDuringARender) {
 
 TEST_F(EngineTest, LargePicturesAreShownFromSmallerOnes) {
     options->samples = 1;
-    ASSERT_EQ(Start(5000, 3000), S_OK);
+    ASSERT_EQ(Start(4000, 2400), S_OK);
     const QorPixelImage_var whole = Finish();
     ASSERT_TRUE(whole);
-    EXPECT_EQ(whole->GetWidth(), 5000);
+    EXPECT_EQ(whole->GetWidth(), 4000);
     ASSERT_GT(display->drawn.size(), 1U);
-    EXPECT_EQ(display->drawn.front()->GetWidth(), 2500);
-    EXPECT_EQ(display->drawn.front()->GetHeight(), 1500);
+    EXPECT_EQ(display->drawn.front()->GetWidth(), 2000);
+    EXPECT_EQ(display->drawn.front()->GetHeight(), 1200);
 }
 
 TEST_F(EngineTest, AnAbortedLargePictureIsMadeWholeByAWorker) {
     options->samples = 4096;
-    ASSERT_EQ(Start(5000, 3000), S_OK);
+    ASSERT_EQ(Start(4000, 2400), S_OK);
     TurnUntil([this] { return !display->drawn.empty(); });
     Manager().StopRender();
     loop.RunPosted();
@@ -272,6 +272,6 @@ TEST_F(EngineTest, AnAbortedLargePictureIsMadeWholeByAWorker) {
     EXPECT_THAT(done, ElementsAre(Status::Aborted));
     const QorPixelImage_var whole = LastPicture();
     ASSERT_TRUE(whole);
-    EXPECT_EQ(whole->GetWidth(), 5000);
+    EXPECT_EQ(whole->GetWidth(), 4000);
     EXPECT_EQ(PixelOf(whole, 1, 1)[2], 80);
 }
