@@ -9,8 +9,6 @@ namespace qor::engine {
 
 namespace {
 
-/// Below this slope width a lobe is a perfect mirror.
-constexpr float mirrorAlpha = 4e-4F;
 constexpr float coatF0 = 0.04F;
 
 float fifthPower(float x) {
@@ -103,7 +101,7 @@ void Bsdf::setUpBase(const SurfaceMaterial& material) {
 /// The boundary of glass: one lobe up, one down, both by Fresnel's equations, with what single
 /// scattering loses shared out among them. Returns what it reflects.
 Color Bsdf::setUpGlass(const SurfaceMaterial& material, float glass) {
-    const bool rough = alpha_ >= mirrorAlpha;
+    const bool rough = alpha_ >= ggx::mirrorAlpha;
     float share = thin_ ? paneReflectance(wo_.z) : fresnelDielectric(wo_.z, eta_);
     if (rough && thin_) {
         glassCompensation_ = 1.0F / directionalAlbedo(wo_.z, material.roughness).whole();
@@ -128,7 +126,7 @@ float Bsdf::paneReflectance(float cosTheta) const {
 }
 
 bool Bsdf::isDelta(Lobe lobe) const {
-    return lobe != Lobe::diffuse && alpha(lobe) < mirrorAlpha;
+    return lobe != Lobe::diffuse && alpha(lobe) < ggx::mirrorAlpha;
 }
 
 Color Bsdf::coatFresnel(float cosTheta) const {
@@ -164,7 +162,7 @@ LobeValue Bsdf::evaluate(Lobe lobe, const Vec3& toLight) const {
 }
 
 LobeValue Bsdf::reflection(const Vec3& wi, float alpha, bool coat) const {
-    if (wi.z <= 0.0F || alpha < mirrorAlpha)
+    if (wi.z <= 0.0F || alpha < ggx::mirrorAlpha)
         return {};
     const Vec3& wo = coat ? coatWo_ : wo_;
     const Vec3 h = normalize(wo + wi);
@@ -183,7 +181,7 @@ Color Bsdf::transmitted(float cosTheta) const {
 
 /// Method: Walter et al., "Microfacet Models for Refraction through Rough Surfaces", EGSR 2007.
 LobeValue Bsdf::refraction(const Vec3& wi) const {
-    if (wi.z >= 0.0F || alpha_ < mirrorAlpha)
+    if (wi.z >= 0.0F || alpha_ < ggx::mirrorAlpha)
         return {};
     if (thin_) {
         // A pane spreads light as its mirror image does.
@@ -250,7 +248,7 @@ LobeSample Bsdf::sampleDiffuse(const Vec2& u) const {
 LobeSample Bsdf::sampleReflection(const Vec2& u, float alpha, bool coat) const {
     const Vec3& wo = coat ? coatWo_ : wo_;
     const Frame& frame = coat ? coatFrame_ : frame_;
-    const bool mirror = alpha < mirrorAlpha;
+    const bool mirror = alpha < ggx::mirrorAlpha;
     const Vec3 h = mirror ? Vec3{0.0F, 0.0F, 1.0F} : ggx::sampleVisible(wo, alpha, u);
     const float cosH = dot(wo, h);
     const Vec3 wi = mirror ? mirrored(wo) : h * (2.0F * cosH) - wo;
@@ -266,7 +264,7 @@ LobeSample Bsdf::sampleReflection(const Vec2& u, float alpha, bool coat) const {
 }
 
 LobeSample Bsdf::sampleRefraction(const Vec2& u) const {
-    const bool mirror = alpha_ < mirrorAlpha;
+    const bool mirror = alpha_ < ggx::mirrorAlpha;
     const Vec3 h = mirror ? Vec3{0.0F, 0.0F, 1.0F} : ggx::sampleVisible(wo_, alpha_, u);
     const float cosH = dot(wo_, h);
     Vec3 wi;

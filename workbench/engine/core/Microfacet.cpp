@@ -57,8 +57,7 @@ Vec3 sampleVisible(const Vec3& wo, float alpha, const Vec2& u) {
 
 namespace {
 
-constexpr int tableSize = 32;
-using AlbedoTable = std::array<std::array<DirectionalAlbedo, tableSize>, tableSize>;
+constexpr int tableSize = albedoTableSize;
 
 DirectionalAlbedo integrate(float cosTheta, float roughness) {
     constexpr std::uint32_t samples = 256;
@@ -79,7 +78,12 @@ DirectionalAlbedo integrate(float cosTheta, float roughness) {
     return {sum.scale / samples, sum.bias / samples};
 }
 
-/// Rows go with the square root of the cosine, because most happens at grazing angles.
+DirectionalAlbedo mix(const DirectionalAlbedo& a, const DirectionalAlbedo& b, float t) {
+    return {a.scale + (b.scale - a.scale) * t, a.bias + (b.bias - a.bias) * t};
+}
+
+} // namespace
+
 const AlbedoTable& albedoTable() {
     static const auto table = [] {
         auto result = std::make_unique<AlbedoTable>();
@@ -93,12 +97,6 @@ const AlbedoTable& albedoTable() {
     }();
     return *table;
 }
-
-DirectionalAlbedo mix(const DirectionalAlbedo& a, const DirectionalAlbedo& b, float t) {
-    return {a.scale + (b.scale - a.scale) * t, a.bias + (b.bias - a.bias) * t};
-}
-
-} // namespace
 
 DirectionalAlbedo directionalAlbedo(float cosTheta, float roughness) {
     const AlbedoTable& table = albedoTable();

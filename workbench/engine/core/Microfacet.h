@@ -2,11 +2,16 @@
 
 #include "workbench/engine/core/Vec.h"
 
+#include <array>
+
 namespace qor::engine {
 
 /// Rough surfaces after Trowbridge and Reitz (GGX), isotropic. All directions are unit vectors in
 /// the frame of the normal, pointing away from the surface. alpha is the squared roughness.
 namespace ggx {
+
+/// Below this slope width a reflector is a perfect mirror.
+constexpr float mirrorAlpha = 4e-4F;
 
 /// Density of microfacet normals.
 float density(const Vec3& h, float alpha);
@@ -30,7 +35,15 @@ struct DirectionalAlbedo {
     float whole() const { return scale + bias; }
 };
 
-/// From a table that is computed on first use; \p cosTheta and \p roughness in 0..1.
+constexpr int albedoTableSize = 32;
+/// Rows go with the roughness, columns with the square root of the cosine, because most happens at
+/// grazing angles.
+using AlbedoTable = std::array<std::array<DirectionalAlbedo, albedoTableSize>, albedoTableSize>;
+
+/// Computed on first use.
+const AlbedoTable& albedoTable();
+
+/// Between the entries of the table; \p cosTheta and \p roughness in 0..1.
 DirectionalAlbedo directionalAlbedo(float cosTheta, float roughness);
 
 /// Reflectance of the boundary of a dielectric for unpolarised light. \p eta is the index behind

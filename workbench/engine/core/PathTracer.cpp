@@ -11,9 +11,6 @@ constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr int maxLayers = 64;
 /// Glass smoother than this is not made rougher behind other surfaces.
 constexpr float clearGlass = 0.05F;
-/// Lights that each surface seen by the camera, and each one behind, looks at.
-constexpr int looksAtFirst = 16;
-constexpr int looksLater = 2;
 
 float probabilityOf(const Vertex& vertex, Lobe lobe) {
     return vertex.probability[static_cast<std::size_t>(lobe)];

@@ -29,6 +29,10 @@ inline Sampler pathSampler(std::uint32_t seed, std::uint32_t index) {
 constexpr int certainBounces = 3;
 constexpr float leastChance = 0.05F;
 
+/// Lights that each surface seen by the camera, and each one behind, looks at.
+constexpr int looksAtFirst = 16;
+constexpr int looksLater = 2;
+
 /// Chance that a path goes on that carries \p carried after \p bounces surfaces.
 inline float survivalChance(float carried, int bounces) {
     if (!(carried > 0.0F))

@@ -90,7 +90,9 @@ constexpr Bits shuffledIndex(Bits index, Bits seed) {
 /// decorrelated by scrambling and shuffling.
 class Sampler {
 public:
-    Sampler(std::uint32_t pixelSeed, std::uint32_t index) : seed_(pixelSeed), index_(index) {}
+    /// \p dimension: how many numbers have been used up before.
+    Sampler(std::uint32_t pixelSeed, std::uint32_t index, std::uint32_t dimension = 0)
+        : seed_(pixelSeed), index_(index), dimension_(dimension) {}
 
     Vec2 next2D() {
         const std::uint32_t seed = hashPair(seed_, ++dimension_);
@@ -105,7 +107,7 @@ public:
 private:
     std::uint32_t seed_;
     std::uint32_t index_;
-    std::uint32_t dimension_ = 0;
+    std::uint32_t dimension_;
 };
 
 /// The seed of the pixel in column \p x and row \p y.
