@@ -6,7 +6,7 @@ namespace qor::adapter {
 
 namespace {
 
-constexpr float ambient = 0.32F;
+constexpr float ambient = 0.28F;
 
 struct LightRow {
     QorMathVector direction; ///< in the eye's axes: right, up, back
@@ -14,8 +14,8 @@ struct LightRow {
 };
 
 constexpr LightRow lightRows[] = {
-    {{0.45, -0.65, -0.65}, 0.72F},
-    {{-0.75, 0.10, -0.65}, 0.30F},
+    {{0.45, -0.65, -0.65}, 0.62F},
+    {{-0.75, 0.10, -0.65}, 0.25F},
 };
 
 /// With a reference for the viewer.
