@@ -72,7 +72,8 @@ void PictureMaker::addBand(const engine::Image& band,
         if (factor == 1) {
             if (y >= top_ && y < bottom_)
                 encodeOpaque(band.pixel(firstColumn, row),
-                             static_cast<std::size_t>(lastColumn - firstColumn), target);
+                             static_cast<std::size_t>(lastColumn - firstColumn), firstColumn, y,
+                             target);
             continue;
         }
         for (int column = firstColumn; column < lastColumn; ++column) {
@@ -83,7 +84,7 @@ void PictureMaker::addBand(const engine::Image& band,
                         band.pixel(column * factor, row * factor + inner)[i];
             for (float& channel : sum)
                 channel /= static_cast<float>(factor * factor);
-            encodeOpaque(sum.data(), 1,
+            encodeOpaque(sum.data(), 1, column, y,
                          target + static_cast<std::size_t>(column - firstColumn) * 4);
         }
     }

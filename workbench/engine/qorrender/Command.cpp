@@ -57,7 +57,7 @@ public:
         times_.renderS = watch.lap();
         checkInterrupt();
         progress_.show("write", 0);
-        writePicture(image, request_.output,
+        writePicture(image, engine::clippedRegion(options_), request_.output,
                      [this](double fraction) { progress_.show("write", fraction); });
         progress_.show("write", 1);
         times_.writeS = watch.lap();
@@ -90,7 +90,7 @@ private:
         stats_ = render.stats();
         engine::Image image;
         render.snapshot(image);
-        return options_.region ? cut(image, engine::clippedRegion(options_)) : image;
+        return image;
     }
 
     void follow(engine::Render& render) {

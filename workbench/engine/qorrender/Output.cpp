@@ -46,29 +46,43 @@ const Ending* endingOf(const fs::path& file) {
     return nullptr;
 }
 
+/// What is written of a picture; rows count from the top.
+struct Part {
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+};
+
+Part partOf(const engine::Image& image, const engine::Region& region) {
+    return {region.x, image.height - region.y - region.height, region.width, region.height};
+}
+
 /// Portable float map: a head in text, then rows from the bottom up, so that readers show the top
 /// row at the top. A negative scale says that the low byte comes first.
-std::string floatMap(const engine::Image& image) {
+std::string floatMap(const engine::Image& image, const Part& part) {
     static_assert(std::endian::native == std::endian::little);
     std::string bytes =
-        "PF\n" + std::to_string(image.width) + " " + std::to_string(image.height) + "\n-1.0\n";
+        "PF\n" + std::to_string(part.width) + " " + std::to_string(part.height) + "\n-1.0\n";
     const std::size_t head = bytes.size();
     constexpr std::size_t pixelSize = 3 * sizeof(float);
-    bytes.resize(head + pixelSize * static_cast<std::size_t>(image.width) *
-                            static_cast<std::size_t>(image.height));
+    bytes.resize(head + pixelSize * static_cast<std::size_t>(part.width) *
+                            static_cast<std::size_t>(part.height));
     char* at = bytes.data() + head;
-    for (int y = image.height - 1; y >= 0; --y)
-        for (int x = 0; x < image.width; ++x, at += pixelSize)
+    for (int y = part.top + part.height - 1; y >= part.top; --y)
+        for (int x = part.left; x < part.left + part.width; ++x, at += pixelSize)
             std::memcpy(at, image.pixel(x, y), pixelSize);
     return bytes;
 }
 
-std::shared_ptr<const QorPixelImage::Pixels> opaquePixels(const engine::Image& image) {
-    auto pixels = std::make_shared<QorPixelImage::Pixels>(image.rgba.size() / 4 * 3);
-    auto to = pixels->begin();
-    for (std::size_t i = 0; i < image.rgba.size(); i += 4)
-        for (std::size_t channel = 0; channel < 3; ++channel)
-            *to++ = adapter::srgb8(image.rgba[i + channel]);
+std::shared_ptr<const QorPixelImage::Pixels> opaquePixels(const engine::Image& image,
+                                                          const Part& part) {
+    auto pixels = std::make_shared<QorPixelImage::Pixels>(
+        static_cast<std::size_t>(part.width) * static_cast<std::size_t>(part.height) * 3);
+    std::uint8_t* to = pixels->data();
+    for (int y = part.top; y < part.top + part.height; ++y)
+        for (int x = part.left; x < part.left + part.width; ++x, to += 3)
+            adapter::encodeColor(image.pixel(x, y), x, y, to);
     return pixels;
 }
 
@@ -84,30 +98,22 @@ void checkWritable(const fs::path& file) {
         throw Failure(writer.GetError());
 }
 
-engine::Image cut(const engine::Image& image, const engine::Region& region) {
-    engine::Image part{region.width, region.height, {}};
-    const int top = image.height - region.y - region.height;
-    part.rgba.reserve(static_cast<std::size_t>(region.width) *
-                      static_cast<std::size_t>(region.height) * 4);
-    for (int y = top; y < top + region.height; ++y)
-        part.rgba.insert(part.rgba.end(), image.pixel(region.x, y),
-                         image.pixel(region.x, y) + static_cast<std::ptrdiff_t>(region.width) * 4);
-    return part;
-}
-
 void writePicture(const engine::Image& image,
+                  const engine::Region& region,
                   const fs::path& file,
                   const std::function<void(double fraction)>& told) {
+    const Part part = partOf(image, region);
     const Ending* ending = endingOf(file);
     if (ending == nullptr)
         throw Failure(file.string() + ": no picture format has this ending");
     if (ending->keyword == nullptr) {
-        writeWhole(file, floatMap(image));
+        writeWhole(file, floatMap(image, part));
         return;
     }
     imaging::PictureFiles files;
     QorUnicodeString error;
-    const auto picture = QorMake<QorPixelImage>(image.width, image.height, 3, opaquePixels(image));
+    const auto picture =
+        QorMake<QorPixelImage>(part.width, part.height, 3, opaquePixels(image, part));
     const auto watcher = [&](int percent) {
         told(percent / 100.0);
         return !isInterrupted();

@@ -16,13 +16,11 @@ bool knowsFormatOf(const std::filesystem::path& file);
 /// work.
 void checkWritable(const std::filesystem::path& file);
 
-/// The part of \p image that \p region (from the bottom) holds.
-engine::Image cut(const engine::Image& image, const engine::Region& region);
-
-/// Writes \p image in the format of the ending: .pfm as linear radiance, all others as opaque sRGB.
-/// \p told hears how far it is, 0..1. Throws Failure, or Interrupted; what was there before stays
-/// then.
+/// Writes the part of \p image that \p region holds in the format of the ending: .pfm as linear
+/// radiance, all others as opaque sRGB. \p told hears how far it is, 0..1. Throws Failure, or
+/// Interrupted; what was there before stays then.
 void writePicture(const engine::Image& image,
+                  const engine::Region& region,
                   const std::filesystem::path& file,
                   const std::function<void(double fraction)>& told);
 
