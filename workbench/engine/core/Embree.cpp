@@ -26,7 +26,8 @@ RTCDevice device() {
         return created;
     }();
     if (instance == nullptr)
-        throw std::runtime_error("the ray tracing device cannot be made");
+        throw std::runtime_error(
+            "the ray tracing device cannot be made: most likely there is not enough memory");
     return instance;
 }
 

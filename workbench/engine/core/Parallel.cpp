@@ -2,10 +2,12 @@
 
 #include <sys/resource.h>
 
+#include <tbb/info.h>
 #include <tbb/parallel_for.h>
 #include <tbb/task_arena.h>
 #include <tbb/task_scheduler_observer.h>
 
+#include <algorithm>
 #include <optional>
 
 namespace qor::engine::parallel {
@@ -42,7 +44,9 @@ private:
 } // namespace
 
 void runInArena(int threads, Call call, const void* task) {
-    tbb::task_arena arena(threads > 0 ? threads : tbb::task_arena::automatic);
+    // More than there are processors would find no worker, and the library would say so aloud.
+    const int most = tbb::info::default_concurrency();
+    tbb::task_arena arena(threads > 0 ? std::min(threads, most) : most);
     std::optional<EquallyNice> watch;
     if (ownNiceness() > 0)
         watch.emplace(arena);

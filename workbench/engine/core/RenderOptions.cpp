@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <string>
 
@@ -15,6 +16,12 @@ struct Range {
     double lowest;
     double highest;
 };
+
+/// Whole numbers without decimals.
+std::string plain(double number) {
+    std::array<char, 32> text{};
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
+}
 
 Result<Done> checkRanges(const RenderOptions& options) {
     const std::array ranges{
@@ -38,10 +45,9 @@ Result<Done> checkRanges(const RenderOptions& options) {
     };
     for (const Range& range : ranges)
         if (!(range.value >= range.lowest && range.value <= range.highest))
-            return Error{ErrorCode::invalidInput, std::string(range.name) + " " +
-                                                      std::to_string(range.value) + " is not in " +
-                                                      std::to_string(range.lowest) + " .. " +
-                                                      std::to_string(range.highest)};
+            return Error{ErrorCode::invalidInput,
+                         std::string(range.name) + " " + plain(range.value) + " is not in " +
+                             plain(range.lowest) + " .. " + plain(range.highest)};
     return Done{};
 }
 
