@@ -1,41 +1,8 @@
-#include "tests/support/QorTempDirectory.h"
+#include "tests/engine/qorrender/RenderProgram.h"
 
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-
-#include <cstring>
-#include <filesystem>
 #include <sstream>
 
 namespace {
-
-/// The program with a triangle to render, in a folder of its own.
-class RenderProgram : public testing::Test {
-protected:
-    /// Exit code of a run; its error output goes into the file "errors".
-    int run(const std::string& arguments) {
-        const std::string command = "cd '" + folder.GetPath() + "' && exec '" +
-                                    std::getenv("QOR_RENDER_PROGRAM") + "' " + arguments +
-                                    " 2>errors >output";
-        const int status = std::system(command.c_str());
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-    /// Red of a pixel of a float map, counted from the top left.
-    static float redAt(const std::string& map, int width, int height, int x, int y) {
-        const std::size_t head = map.size() - std::size_t{12} * width * height;
-        float red = 0;
-        std::memcpy(&red, map.data() + head + std::size_t{12} * ((height - 1 - y) * width + x), 4);
-        return red;
-    }
-
-    QorTempDirectory folder;
-    // Stands in the lower half of what the eye sees along y, facing it.
-    std::string model = folder.Write(
-        "model.obj", "v -100 0 -100\nv 100 0 -100\nv 100 0 0\nv -100 0 0\nf 1 2 3\nf 1 3 4\n");
-    const std::string eye = "model.obj --eye 0,-100,0 --target 0,0,0 --fov 30 ";
-    const std::string view = eye + "--size 16x12 --quality 0 ";
-};
 
 TEST_F(RenderProgram, WritesAPictureAndLeavesNothingElse) {
     ASSERT_EQ(run(view + "-o a.png --stats s.json"), 0) << folder.Read("errors");
@@ -52,8 +19,8 @@ TEST_F(RenderProgram, WritesFloatsThatAreUprightAndRepeat) {
     EXPECT_EQ(map, folder.Read("b.pfm"));
     EXPECT_EQ(map.rfind("PF\n16 12\n", 0), 0U);
     // The backdrop is the same along a row; the wall hides it below the middle.
-    EXPECT_LT(redAt(map, 16, 12, 8, 0), redAt(map, 16, 12, 8, 4));
-    EXPECT_NE(redAt(map, 16, 12, 8, 5), redAt(map, 16, 12, 8, 7));
+    EXPECT_LT(valueAt(map, 16, 12, 8, 0), valueAt(map, 16, 12, 8, 4));
+    EXPECT_NE(valueAt(map, 16, 12, 8, 5), valueAt(map, 16, 12, 8, 7));
 }
 
 TEST_F(RenderProgram, WritesTheRegionAskedFor) {
@@ -62,21 +29,6 @@ TEST_F(RenderProgram, WritesTheRegionAskedFor) {
     EXPECT_EQ(folder.Read("part.pfm").rfind("PF\n6 7\n", 0), 0U);
     EXPECT_EQ(run(view + "-o none.pfm --region 40,40,50,50"), 1);
     EXPECT_FALSE(std::filesystem::exists(folder.GetPath("none.pfm")));
-}
-
-TEST_F(RenderProgram, RefusesWrongUsageWithCodeTwo) {
-    for (const char* arguments :
-         {"", "--size 0x4 -o a.png model.obj", "--size 4 -o a.png model.obj", "-o a.xyz model.obj",
-          "--quality 3 -o a.png model.obj", "--eye 1,2 -o a.png model.obj",
-          "--scene 0 -o a.png model.obj", "--scene night -o a.png model.obj",
-          "--scene 99 -o a.png model.obj", "--fov 200 -o a.png model.obj",
-          "--view-height 5 --projection perspective -o a.png model.obj",
-          "--region 1,2,3 -o a.png model.obj", "--time-limit 0 -o a.png model.obj",
-          "--threads -1 -o a.png model.obj", "--progress loud -o a.png model.obj",
-          "--shooting x -o a.png model.obj", "--frames 1:2 -o a.png model.obj",
-          "--no-such-option model.obj"})
-        EXPECT_EQ(run(arguments), 2) << arguments;
-    EXPECT_FALSE(std::filesystem::exists(folder.GetPath("a.png")));
 }
 
 TEST_F(RenderProgram, FailsWithCodeOneAndKeepsTheOldFile) {
@@ -88,18 +40,6 @@ TEST_F(RenderProgram, FailsWithCodeOneAndKeepsTheOldFile) {
     EXPECT_EQ(run("-o no/where.png model.obj"), 1);
     EXPECT_NE(folder.Read("errors").find("where.png"), std::string::npos);
     EXPECT_EQ(folder.Read("old.png"), "old");
-}
-
-TEST_F(RenderProgram, EndsWithCode130WhenInterrupted) {
-    folder.Write("old.png", "old");
-    const std::string command =
-        "cd '" + folder.GetPath() + "' && { '" + std::getenv("QOR_RENDER_PROGRAM") +
-        "' -o old.png --size 800x600 --quality 2 --noise-target 1e-9 model.obj 2>errors & "
-        "child=$!; until grep -q . /proc/$child/comm; do :; done; sleep 0.3; kill -TERM $child; "
-        "wait $child; }";
-    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 130);
-    EXPECT_EQ(folder.Read("old.png"), "old");
-    EXPECT_EQ(folder.List().size(), 3U) << "something is left";
 }
 
 TEST_F(RenderProgram, ShowsScenesOfTheCatalogUnlikeEachOther) {
@@ -122,8 +62,8 @@ TEST_F(RenderProgram, ASceneTakesThePlaceOfTheFilesLight) {
     const std::string same = "shining.obj --size 8x6 --quality 0 ";
     ASSERT_EQ(run(same + "-o own.pfm"), 0) << folder.Read("errors");
     ASSERT_EQ(run(same + "--scene 10 -o scene.pfm"), 0) << folder.Read("errors");
-    EXPECT_EQ(redAt(folder.Read("own.pfm"), 8, 6, 0, 0), 0.0F) << "no surroundings but its own";
-    EXPECT_GT(redAt(folder.Read("scene.pfm"), 8, 6, 0, 0), 0.5F);
+    EXPECT_EQ(valueAt(folder.Read("own.pfm"), 8, 6, 0, 0), 0.0F) << "no surroundings but its own";
+    EXPECT_GT(valueAt(folder.Read("scene.pfm"), 8, 6, 0, 0), 0.5F);
 }
 
 TEST_F(RenderProgram, TellsItsProgressAsJsonLines) {
@@ -183,7 +123,7 @@ TEST_F(RenderProgram, EndsWithACoarsePictureWhenThereIsNoTimeForMore) {
     ASSERT_EQ(map.rfind("PF\n640 480\n", 0), 0U);
     for (const int y : {0, 123, 240, 479})
         for (const int x : {0, 77, 639})
-            EXPECT_GT(redAt(map, 640, 480, x, y), 0.0F) << x << ", " << y;
+            EXPECT_GT(valueAt(map, 640, 480, x, y), 0.0F) << x << ", " << y;
 }
 
 TEST_F(RenderProgram, SaysWhatIsWrongAmongJsonLinesAsOneOfThem) {

@@ -166,14 +166,16 @@ Result<Done> checkInstances(const Scene& scene) {
 
 } // namespace
 
+Result<Done> validate(const Light& light, const std::string& name) {
+    return std::visit([&](const auto& one) { return checkLight(one, name); }, light);
+}
+
 Result<Done> validate(const Scene& scene) {
     Result<Done> result = checkInstances(scene);
     for (std::size_t i = 0; result && i < scene.materials.size(); ++i)
         result = check(scene.materials[i], "material " + std::to_string(i));
     for (std::size_t i = 0; result && i < scene.lights.size(); ++i)
-        result = std::visit(
-            [&](const auto& light) { return checkLight(light, "light " + std::to_string(i)); },
-            scene.lights[i]);
+        result = validate(scene.lights[i], "light " + std::to_string(i));
     if (result)
         result = check(scene.environment);
     if (result)

@@ -4,6 +4,7 @@
 #include "workbench/engine/core/Light.h"
 #include "workbench/engine/core/Material.h"
 
+#include <string>
 #include <vector>
 
 namespace qor::engine {
@@ -69,5 +70,7 @@ struct Scene {
 
 /// Fails with invalidInput and a message that names the offending light, material or value.
 Result<Done> validate(const Scene& scene);
+/// The same for one light, which the message calls \p name.
+Result<Done> validate(const Light& light, const std::string& name);
 
 } // namespace qor::engine

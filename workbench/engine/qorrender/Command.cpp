@@ -1,6 +1,7 @@
 #include "workbench/engine/qorrender/Command.h"
 
 #include "workbench/document/product/ProductQuery.h"
+#include "workbench/engine/adapter/Memory.h"
 #include "workbench/engine/core/Render.h"
 #include "workbench/engine/qorrender/Failure.h"
 #include "workbench/engine/qorrender/Input.h"
@@ -37,18 +38,33 @@ bool isRunning(engine::RenderState state) {
     return state == engine::RenderState::preparing || state == engine::RenderState::tracing;
 }
 
+/// Whether two names lead to the same file, be it there or not.
+bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b) {
+    std::error_code error;
+    const auto placeOf = [&](const std::filesystem::path& file) {
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(file, error), error);
+    };
+    return std::filesystem::equivalent(a, b, error) || placeOf(a) == placeOf(b);
+}
+
+/// Nothing that is written may take the place of what is read, or of what else is written.
+void checkFilesDiffer(const Request& request) {
+    if (isSameFile(request.output, request.model))
+        throw WrongUsage("--output: " + request.output.string() + " is the model itself");
+    if (request.statistics.empty())
+        return;
+    if (isSameFile(request.statistics, request.model))
+        throw WrongUsage("--stats: " + request.statistics.string() + " is the model itself");
+    if (isSameFile(request.statistics, request.output))
+        throw WrongUsage("--stats: " + request.statistics.string() + " is the picture itself");
+}
+
 class Command {
 public:
     explicit Command(const Request& request) : request_(request), progress_(request.progress) {}
 
     void run() {
-        if (const auto valid = engine::validate(makeOptions(request_, {})); !valid)
-            throw Failure(valid.error().message); // before the long work
-        checkWritable(request_.output);
-        if (!request_.statistics.empty())
-            checkWritable(request_.statistics);
-        if (!request_.scene.empty())
-            stage_.chooseScene(request_.scene);
+        checkBeforeTheLongWork();
         Stopwatch watch;
         engine::Scene scene = read(watch);
         checkInterrupt();
@@ -66,27 +82,45 @@ public:
     }
 
 private:
+    void checkBeforeTheLongWork() {
+        const engine::RenderOptions options = makeOptions(request_, {});
+        if (const auto valid = engine::validate(options); !valid)
+            throw Failure(valid.error().message);
+        if (const std::string shortage = adapter::findShortageOfMemory(options); !shortage.empty())
+            throw Failure(shortage);
+        checkFilesDiffer(request_);
+        checkWritable(request_.output);
+        if (!request_.statistics.empty())
+            checkWritable(request_.statistics);
+        if (!request_.scene.empty())
+            stage_.chooseScene(request_.scene);
+    }
+
     engine::Scene read(Stopwatch& watch) {
         document::Product product = readInput(request_.model, progress_);
         times_.readS = watch.lap();
         checkInterrupt();
         triangles_ = document::instancedTriangleCount(product);
         options_ = makeOptions(request_, product.work);
-        camera_ = makeCamera(product, request_.view,
-                             static_cast<double>(request_.width) / request_.height);
-        return makeScene(makeRecipe(std::move(product), camera_, options_, stage_,
-                                    !request_.scene.empty(), progress_));
+        try {
+            camera_ = makeCamera(product, request_.view,
+                                 static_cast<double>(request_.width) / request_.height);
+            return makeScene(
+                makeRecipe(std::move(product), camera_, options_, stage_, request_, progress_));
+        } catch (const Failure& failure) {
+            throw Failure(request_.model.string() + ": " + failure.what());
+        }
     }
 
     engine::Image render(engine::Scene scene) {
         auto started = engine::Render::start(std::move(scene), camera_, options_,
                                              [this] { changed_.notify_all(); });
         if (!started)
-            throw Failure(started.error().message);
+            throw Failure(request_.model.string() + ": " + started.error().message);
         engine::Render& render = started.value();
         follow(render);
         if (render.progress().state == engine::RenderState::failed)
-            throw Failure(render.error().message);
+            throw Failure(request_.model.string() + ": " + render.error().message);
         stats_ = render.stats();
         engine::Image image;
         render.snapshot(image);
@@ -137,7 +171,11 @@ int runRequest(const Request& request) {
         complain(request.progress, error.what());
         return usage;
     } catch (const std::bad_alloc&) {
-        return complain(request.progress, "there is not enough memory");
+        const std::string text = request.model.string() +
+                                 ": there is not enough memory for a picture of " +
+                                 std::to_string(request.width) + " x " +
+                                 std::to_string(request.height) + " pixels of it";
+        return complain(request.progress, text.c_str());
     } catch (const std::exception& error) {
         return complain(request.progress, error.what());
     }

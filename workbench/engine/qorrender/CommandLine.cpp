@@ -1,61 +1,16 @@
 #include "workbench/engine/qorrender/CommandLine.h"
 
 #include "workbench/engine/qorrender/Output.h"
+#include "workbench/engine/qorrender/Words.h"
 
-#include <CLI/CLI.hpp>
-
-#include <algorithm>
-#include <charconv>
 #include <cmath>
+#include <functional>
+#include <limits>
 #include <sstream>
-#include <vector>
 
 namespace qor::render {
 
 namespace {
-
-/// Numbers that are separated by \p separator, no more and no fewer than \p count.
-template <typename Number>
-std::vector<Number> numbersOf(const std::string& text, char separator, std::size_t count) {
-    std::vector<Number> numbers;
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    while (numbers.size() < count) {
-        Number value{};
-        const auto [next, error] = std::from_chars(at, end, value);
-        if (error != std::errc())
-            break;
-        numbers.push_back(value);
-        at = next;
-        if (at == end || *at != separator)
-            break;
-        ++at;
-    }
-    if (numbers.size() != count || at != end)
-        return {};
-    return numbers;
-}
-
-template <typename Number>
-std::vector<Number>
-require(const std::string& option, const std::string& text, char separator, std::size_t count) {
-    std::vector<Number> numbers = numbersOf<Number>(text, separator, count);
-    if (numbers.empty())
-        throw CLI::ValidationError(option, "\"" + text + "\" is not " + std::to_string(count) +
-                                               " numbers, separated by '" + separator + "'");
-    return numbers;
-}
-
-/// What is wrong with the name of a scene, or nothing.
-std::string isScene(const std::string& name) {
-    constexpr std::size_t longest = 6;
-    const bool isNumber =
-        !name.empty() && name.size() <= longest && name.front() != '0' &&
-        std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
-    return isNumber || name == "custom"
-               ? std::string()
-               : "\"" + name + "\" is no scene: a number from 1 on, or custom";
-}
 
 class Parser {
 public:
@@ -102,10 +57,13 @@ private:
                 "the part to render and write, from the top left, X2 and Y2 excluded")
             ->type_name("X1,Y1,X2,Y2");
         app_.add_option("--quality", request_.quality, "0 draft, 1 good, 2 final (1)")
-            ->check(CLI::Range(0, 2));
-        app_.add_option("--filter", request_.filter, "how samples become pixels (box)")
-            ->transform(CLI::Transformer(std::map<std::string, engine::PixelFilter>{
-                {"box", engine::PixelFilter::box}, {"gaussian", engine::PixelFilter::gaussian}}));
+            ->type_name("0|1|2")
+            ->check(wholeBetween(0, 2));
+        addChoice<engine::PixelFilter>(
+            "--filter",
+            {{"box", engine::PixelFilter::box}, {"gaussian", engine::PixelFilter::gaussian}},
+            "how samples become pixels (box)",
+            [this](engine::PixelFilter filter) { request_.filter = filter; });
     }
 
     void addView() {
@@ -114,29 +72,23 @@ private:
         addPoint("--up", request_.view.up, "what is up in the picture");
         app_.add_option("--fov", request_.view.fovDeg, "full vertical angle in degrees")
             ->type_name("DEG")
-            ->check(CLI::Range(0.01, 179.0));
-        app_.add_option_function<std::string>(
-                "--projection",
-                [this](const std::string& text) {
-                    request_.view.projection = text == "parallel" ? engine::Projection::parallel
-                                                                  : engine::Projection::perspective;
-                },
-                "how depth is shown")
-            ->type_name("perspective|parallel")
-            ->check(CLI::IsMember({"perspective", "parallel"}));
+            ->check(between(0.01, 179.0));
+        addChoice<engine::Projection>("--projection",
+                                      {{"perspective", engine::Projection::perspective},
+                                       {"parallel", engine::Projection::parallel}},
+                                      "how depth is shown", [this](engine::Projection projection) {
+                                          request_.view.projection = projection;
+                                      });
         app_.add_option("--view-height", request_.view.viewHeightMm,
                         "height of the picture in a parallel projection")
             ->type_name("MM")
-            ->check(CLI::Range(1e-6, 1e9));
+            ->check(between(1e-6, 1e9));
     }
 
     void addLight() {
-        app_.add_option_function<std::string>(
-                "--final-gather",
-                [this](const std::string& text) { request_.finalGather = text == "on"; },
-                "indirect light gathered at points and interpolated")
-            ->type_name("on|off")
-            ->check(CLI::IsMember({"on", "off"}));
+        addChoice<bool>("--final-gather", {{"on", true}, {"off", false}},
+                        "indirect light gathered at points and interpolated",
+                        [this](bool on) { request_.finalGather = on; });
         app_.add_option("--scene", request_.scene,
                         "the quick render's scene: its number in the catalog, or the custom one of "
                         "the settings")
@@ -150,63 +102,87 @@ private:
     }
 
     void addWork() {
-        app_.add_option("--seed", request_.seed, "of the random numbers (0)")->type_name("N");
+        app_.add_option("--seed", request_.seed, "of the random numbers (0)")
+            ->type_name("N")
+            ->check(wholeBetween(0, std::numeric_limits<unsigned>::max()));
         app_.add_option("--time-limit", request_.timeLimitS, "ends with what is there")
             ->type_name("S")
-            ->check(CLI::Range(0.001, 1e7));
+            ->check(between(0.001, 1e7));
         app_.add_option("--noise-target", request_.noiseTarget,
                         "ends when the relative mean square error is below this")
             ->type_name("E")
-            ->check(CLI::Range(1e-9, 1.0));
+            ->check(between(1e-9, 1.0));
         app_.add_option("--threads", request_.threads, "0 takes all processors (0)")
             ->type_name("N")
-            ->check(CLI::Range(0, 1024));
-        app_.add_option("--progress", request_.progress,
-                        "on the error output; a bar on a terminal, else none")
-            ->type_name("bar|json|none")
-            ->transform(CLI::Transformer(
-                std::map<std::string, ProgressStyle>{{"bar", ProgressStyle::bar},
-                                                     {"json", ProgressStyle::json},
-                                                     {"none", ProgressStyle::none}}));
+            ->check(wholeBetween(0, 1024));
+        addChoice<ProgressStyle>("--progress",
+                                 {{"bar", ProgressStyle::bar},
+                                  {"json", ProgressStyle::json},
+                                  {"none", ProgressStyle::none}},
+                                 "on the error output; a bar on a terminal, else none",
+                                 [this](ProgressStyle style) { request_.progress = style; });
         app_.add_option("--stats", statistics_, "statistics of the render")->type_name("FILE.json");
     }
 
     /// Options about documents that keep scenes and shootings: a product has none, so they cannot
     /// be obeyed.
     void addRefused() {
-        for (const char* name : {"--shooting", "--frames"})
+        struct Refused {
+            const char* name;
+            const char* words;
+        };
+
+        for (const auto& [name, words] :
+             {Refused{"--shooting", "NAME"}, Refused{"--frames", "FIRST:LAST[:STEP]"}})
             app_.add_option_function<std::string>(
                     name,
-                    [name](const std::string& text) {
-                        throw CLI::ValidationError(name,
+                    [option = std::string(name)](const std::string& text) {
+                        throw CLI::ValidationError(option,
                                                    "shootings cannot be rendered from the command "
                                                    "line yet, so \"" +
                                                        text + "\" cannot be chosen");
                     },
                     "refused: only the product of a document is rendered")
-                ->type_name("NAME");
+                ->type_name(words);
     }
 
     void addPoint(const char* name, std::optional<ViewRequest::Numbers>& value, const char* help) {
         app_.add_option_function<std::string>(
-                name,
-                [name, &value](const std::string& text) {
-                    const std::vector<double> numbers = require<double>(name, text, ',', 3);
-                    value = {numbers[0], numbers[1], numbers[2]};
-                    for (const double number : *value)
-                        if (!std::isfinite(number))
-                            throw CLI::ValidationError(name, "\"" + text + "\" is not finite");
-                },
+                name, [name, &value](const std::string& text) { value = pointOf(name, text); },
                 help)
             ->type_name("X,Y,Z");
     }
 
     void addCount(const char* name, std::optional<int>& value, const char* help) {
-        app_.add_option(name, value, help)->type_name("N")->check(CLI::Range(0, 1000));
+        app_.add_option(name, value, help)->type_name("N")->check(wholeBetween(0, 1000));
+    }
+
+    /// One of a few words, each of which stands for a value.
+    template <typename Value>
+    void addChoice(const char* name,
+                   const std::vector<std::pair<std::string, Value>>& choices,
+                   const char* help,
+                   const std::function<void(Value)>& take) {
+        std::vector<std::string> words;
+        for (const auto& [word, value] : choices)
+            words.push_back(word);
+        app_.add_option_function<std::string>(
+                name,
+                [choices, take](const std::string& text) {
+                    for (const auto& [word, value] : choices)
+                        if (word == text)
+                            take(value);
+                },
+                help)
+            ->type_name(CLI::detail::join(words, "|"))
+            ->check(CLI::IsMember(words).description(""));
     }
 
     void takeSize(const std::string& text) {
-        const std::vector<int> size = require<int>("--size", text, 'x', 2);
+        const std::vector<int> size = wholeNumbersOf(text, 'x', 2);
+        if (size.empty())
+            throw CLI::ValidationError(
+                "--size", "\"" + text + "\" is not two whole numbers with an 'x' between them");
         if (size[0] <= 0 || size[1] <= 0)
             throw CLI::ValidationError(
                 "--size", "\"" + text + "\" is no picture: both sides must be positive");
@@ -215,7 +191,13 @@ private:
     }
 
     void takeRegion(const std::string& text) {
-        const std::vector<int> corners = require<int>("--region", text, ',', 4);
+        const std::vector<int> corners = wholeNumbersOf(text, ',', 4);
+        if (corners.empty())
+            throw CLI::ValidationError(
+                "--region", "\"" + text + "\" is not four whole numbers, separated by ','");
+        if (corners[0] >= corners[2] || corners[1] >= corners[3])
+            throw CLI::ValidationError(
+                "--region", "\"" + text + "\" is empty: X2 and Y2 must be larger than X1 and Y1");
         request_.region = {corners[0], corners[1], corners[2], corners[3]};
     }
 
@@ -228,6 +210,34 @@ private:
         if (request_.view.viewHeightMm &&
             request_.view.projection == engine::Projection::perspective)
             throw CLI::ValidationError("--view-height", "only a parallel projection has one");
+        checkView();
+    }
+
+    /// What no model can make a view of. An upward direction may be of any length.
+    void checkView() {
+        using Numbers = ViewRequest::Numbers;
+        ViewRequest& view = request_.view;
+        if (view.eye && view.target && *view.eye == *view.target)
+            throw CLI::ValidationError("--target", "the eye cannot look at where it is");
+        if (!view.up)
+            return;
+        const auto length = [](const Numbers& v) {
+            return std::hypot(v[0], v[1], v[2]);
+        };
+        const double upLength = length(*view.up);
+        if (!(upLength > 0.0))
+            throw CLI::ValidationError("--up", "0,0,0 is no direction");
+        for (double& number : *view.up)
+            number /= upLength;
+        if (!view.eye || !view.target)
+            return;
+        const auto [x, y, z] = *view.up;
+        const Numbers sight{(*view.target)[0] - (*view.eye)[0], (*view.target)[1] - (*view.eye)[1],
+                            (*view.target)[2] - (*view.eye)[2]};
+        const Numbers aside{sight[1] * z - sight[2] * y, sight[2] * x - sight[0] * z,
+                            sight[0] * y - sight[1] * x};
+        if (!(length(aside) > 1e-6 * length(sight)))
+            throw CLI::ValidationError("--up", "it lies along the sight, from --eye to --target");
     }
 
     CLI::App app_{"Renders a product model to a picture.", "qorrender"};

@@ -20,8 +20,12 @@ void watchInterrupts() {
     struct sigaction action = {};
     action.sa_handler = raiseFlag;
     action.sa_flags = SA_RESTART;
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+    for (const int signal : {SIGINT, SIGTERM})
         sigaction(signal, &action, nullptr);
+    struct sigaction before = {};
+    sigaction(SIGHUP, nullptr, &before);
+    if (before.sa_handler != SIG_IGN) // or it was started to outlive its terminal
+        sigaction(SIGHUP, &action, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN); // a file size limit is an error of the write too
 }

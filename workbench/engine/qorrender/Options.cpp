@@ -24,10 +24,13 @@ private:
     int level_;
 };
 
+/// What a file asks for beyond it is meant as no limit.
+constexpr int mostBounces = 1000;
+
 void setDepth(engine::TraceDepth& depth, const Request& request, const document::RenderWork& work) {
     const auto choose = [](int& value, const std::optional<int>& file,
                            const std::optional<int>& line) {
-        value = line ? *line : file ? std::max(*file, 0) : value;
+        value = line ? *line : file ? std::clamp(*file, 0, mostBounces) : value;
     };
     choose(depth.reflections, work.glossyBounces, request.reflections);
     choose(depth.refractions, work.transmissionBounces, request.refractions);

@@ -1,6 +1,7 @@
 #include "workbench/engine/qorrender/OwnLight.h"
 
 #include "workbench/document/product/ProductQuery.h"
+#include "workbench/engine/core/Scene.h"
 
 #include <algorithm>
 #include <cmath>
@@ -57,16 +58,24 @@ bool hasOwnLight(const document::Product& product, const adapter::SceneRecipe& r
            std::any_of(recipe.materials.begin(), recipe.materials.end(), shines);
 }
 
-void useOwnLight(const document::Product& product, adapter::SceneRecipe& recipe) {
+void useOwnLight(const document::Product& product,
+                 adapter::SceneRecipe& recipe,
+                 const std::function<void(const std::string&)>& warn) {
     engine::Scene& scene = recipe.scene;
     scene.lights.clear();
     scene.environment = {};
     scene.background = {};
     const std::vector<document::Transform> worlds = document::worldTransforms(product);
-    for (const document::Light& light : product.lights)
-        scene.lights.push_back(lightOf(light, light.node == document::none
-                                                  ? document::identityTransform
-                                                  : worlds[static_cast<std::size_t>(light.node)]));
+    for (const document::Light& from : product.lights) {
+        const engine::Light light = lightOf(
+            from, from.node == document::none ? document::identityTransform
+                                              : worlds[static_cast<std::size_t>(from.node)]);
+        const std::string name = from.name.empty() ? "a light" : "light \"" + from.name + "\"";
+        if (const auto sound = engine::validate(light, name))
+            scene.lights.push_back(light);
+        else
+            warn(sound.error().message + "; it was left out");
+    }
     if (product.environment)
         scene.environment.radiance = vectorOf(*product.environment);
 }

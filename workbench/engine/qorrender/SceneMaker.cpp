@@ -28,18 +28,20 @@ adapter::SceneRecipe makeRecipe(document::Product product,
                                 const engine::Camera& camera,
                                 engine::RenderOptions& options,
                                 Stage& stage,
-                                bool sceneChosen,
+                                const Request& request,
                                 Progress& progress) {
     const document::ProductReps reps(std::move(product));
     QorRdgSnapshot snapshot = stage.show(reps);
     snapshot.camera = lookOf(camera);
     adapter::SceneRecipe recipe = adapter::sceneRecipe(snapshot);
     recipe.camera = camera;
+    const auto warn = [&](const std::string& text) {
+        progress.warn(request.model.string() + ": " + text);
+    };
     if (recipe.squeezed > 0)
-        progress.warn(std::to_string(recipe.squeezed) +
-                      " instances are squeezed flat and left out");
-    if (!sceneChosen && hasOwnLight(reps.facts(), recipe)) {
-        useOwnLight(reps.facts(), recipe);
+        warn("instances that are squeezed flat were left out: " + std::to_string(recipe.squeezed));
+    if (request.scene.empty() && hasOwnLight(reps.facts(), recipe)) {
+        useOwnLight(reps.facts(), recipe, warn);
         return recipe;
     }
     addRoom(recipe, options);
