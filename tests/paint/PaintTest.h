@@ -17,6 +17,12 @@ protected:
     static constexpr QRgb red = 0xffff0000;
     static constexpr QRgb green = 0xff00ff00;
 
+    void TearDown() override {
+        pictures.endFrame(); // what the last frame used
+        pictures.endFrame();
+        QorTestApplication::TearDown();
+    }
+
     /// A viewpoint with one model unit a device pixel whose origin is the middle of the viewer.
     [[nodiscard]] Qor2DViewpoint_var makeViewpoint() const {
         return QorMake<Qor2DViewpoint>(QorMathPoint2D{}, 1.0 / static_cast<double>(surface.unit));

@@ -142,6 +142,45 @@ TEST_F(Composition, ShowsABackdropAndTheAxesWhereAPersonMovesAboutInSpace) {
     EXPECT_EQ(take(*viewer).pixel(150, 1), blue);
 }
 
+TEST_F(Composition, AsksForNoSpaceThatAPictureHides) {
+    Qor3DViewer* viewer = makeSpace();
+    const Qor2DViewpoint_var plane = QorMake<Qor2DViewpoint>(
+        QorMathPoint2D{}, 1.0 / static_cast<double>(viewer->GetSupport()->GetMMInSupportUnit()));
+    plane->SetPriority(6);
+    viewer->AddViewpoint(plane);
+    int asked = 0;
+    const auto draw = [&](Qor3DViewer& space, const Qor3DViewpoint& look, int width, int height,
+                          QorUnicodeString& why) {
+        ++asked;
+        return drawHalf(space, look, width, height, why);
+    };
+    const HeadlessPictures host(draw);
+    const auto show = [&](int alpha) {
+        const auto rep = QorMake<Qor2DImagePixelRep>(QorMathPoint2D{-20, -15},
+                                                     makeGradient(40, 30, 4, alpha).Get());
+        rep->SetAlphaMode(1);
+        plane->AddRep(rep);
+        const QImage image = take(*viewer);
+        plane->RemoveRep(rep);
+        return image;
+    };
+    EXPECT_EQ(show(255).pixel(5, 15), qRgb(5, 15, 7));
+    EXPECT_EQ(asked, 0);
+    EXPECT_GT(qRed(show(128).pixel(5, 15)), 120) << "half of white";
+    EXPECT_EQ(asked, 1);
+}
+
+TEST_F(Composition, LaysPicturesOverTheAxes) {
+    auto* viewer = new QorNavigation3DViewer(dialog, "space", QorDlgDefaultStyle, 300.0F, 240.0F);
+    add(*viewer, 6, {-200, -200, 600, 600}, inGreen);
+    const HeadlessPictures host(
+        [](Qor3DViewer&, const Qor3DViewpoint&, int width, int height, QorUnicodeString&) {
+            return makeGradient(width, height, 4, 0);
+        });
+    const QImage image = take(*viewer);
+    EXPECT_EQ(count(image, green), 300 * 240);
+}
+
 TEST_F(Composition, SaysWhyThereIsNoPicture) {
     Qor3DViewer* viewer = makeSpace();
     {

@@ -32,11 +32,12 @@ QTransform planeToPixels(const Qor2DViewpoint& viewpoint, const Surface& surface
 class Painter : public QorRepVisitor2D {
 public:
     Painter(QPainter& painter,
-            const QTransform& toPixels,
+            const Qor2DViewpoint& viewpoint,
             const Surface& surface,
             PictureCache& pictures)
         : painter_(painter)
-        , toPixels_(toPixels)
+        , viewpoint_(viewpoint)
+        , toPixels_(planeToPixels(viewpoint, surface))
         , area_(0.0, 0.0, static_cast<double>(surface.width), static_cast<double>(surface.height))
         , strokes_(painter, area_, surface.ratio)
         , pictures_(pictures) {}
@@ -109,6 +110,7 @@ private:
     void drawUpright(const Qor2DImagePixelRep& rep, const QRect& source, const QRect& target);
 
     QPainter& painter_;
+    const Qor2DViewpoint& viewpoint_;
     QTransform toPixels_;
     QRectF area_;
     Strokes strokes_;
@@ -138,23 +140,20 @@ void Painter::Visit(const Qor2DImagePixelRep& iRep) {
 }
 
 void Painter::drawUpright(const Qor2DImagePixelRep& rep, const QRect& source, const QRect& target) {
-    const bool isOpaque = rep.GetAlphaMode() == 0;
+    const bool ignoresAlpha = rep.GetAlphaMode() == 0;
     if (target.isEmpty() || source.isEmpty() || !area_.intersects(QRectF(target)))
         return;
-    if (target.size() == source.size()) {
-        painter_.drawImage(target.topLeft(), pictures_.whole(*rep.GetImage(), isOpaque), source);
+    const PlacedPicture drawn = pictures_.placed({&viewpoint_, target}, *rep.GetImage(), source,
+                                                 ignoresAlpha, area_.size());
+    if (!drawn.picture)
         return;
-    }
-    // Beyond half its size the interpolation of neighbours would leave pixels out.
-    const bool shrinks =
-        2 * target.width() < source.width() || 2 * target.height() < source.height();
-    if (shrinks && target.width() <= area_.width() && target.height() <= area_.height()) {
-        painter_.drawImage(target.topLeft(),
-                           pictures_.shrunk(*rep.GetImage(), isOpaque, source, target.size()));
+    const QImage& image = pictures_.whole(*drawn.picture, ignoresAlpha || drawn.isOpaque);
+    if (drawn.isExact()) {
+        painter_.drawImage(target.topLeft(), image, drawn.source);
         return;
     }
     painter_.setRenderHint(QPainter::SmoothPixmapTransform, true);
-    painter_.drawImage(target, pictures_.whole(*rep.GetImage(), isOpaque), source);
+    painter_.drawImage(target, image, drawn.source);
 }
 
 } // namespace
@@ -169,7 +168,7 @@ void paintPlane(QPainter& painter,
     painter.setClipRect(
         QRectF(0.0, 0.0, static_cast<double>(surface.width), static_cast<double>(surface.height)),
         Qt::IntersectClip);
-    Painter walk(painter, planeToPixels(viewpoint, surface), surface, pictures);
+    Painter walk(painter, viewpoint, surface, pictures);
     viewpoint.GetRoot().Accept(walk);
     painter.restore();
 }

@@ -4,6 +4,7 @@
 #include "workbench/paint/AxisCross.h"
 #include "workbench/paint/Images.h"
 #include "workbench/paint/PlanePainter.h"
+#include "workbench/paint/PlanePictures.h"
 
 #include <QPainter>
 
@@ -122,12 +123,13 @@ QorPixelImage_var takePicture(QorViewer& viewer,
     }
     QPainter painter(&image);
     paintUnder(painter, viewer, pictures);
-    if (!paintSpace(painter, viewer, size, drawSpace, error))
+    const bool isSpaceHidden = visiblePlanesOf(viewer, surface, pictures).hidesSpace;
+    if (!isSpaceHidden && !paintSpace(painter, viewer, size, drawSpace, error))
         return nullptr;
-    paintOver(painter, viewer, pictures);
     if (dynamic_cast<const QorNavigation3DViewer*>(&viewer) != nullptr)
         paintAxisCross(painter, *viewer.GetMain3DViewpoint(), size,
                        static_cast<double>(surface.ratio));
+    paintOver(painter, viewer, pictures);
     painter.end();
     pictures.endFrame();
     QorPixelImage_var picture = copyOpaque(image);

@@ -25,8 +25,8 @@ void paintUnder(QPainter& painter, const QorViewer& viewer, PictureCache& pictur
 void paintOver(QPainter& painter, const QorViewer& viewer, PictureCache& pictures);
 
 /// All that the viewer shows, in its size in device pixels: colour, viewpoints below 0, space (not
-/// asked for by a viewer of the plane), viewpoints from 0 on, and the axis cross of a viewer that
-/// navigates in space. Null with a reason on failure.
+/// asked for by a viewer of the plane, nor where a picture hides all of it), the axis cross of a
+/// viewer that navigates in space, and viewpoints from 0 on. Null with a reason on failure.
 [[nodiscard]] QorPixelImage_var takePicture(QorViewer& viewer,
                                             const SpaceDrawer& drawSpace,
                                             PictureCache& pictures,

@@ -126,6 +126,69 @@ TEST_F(ViewerPlanes, LieUnderSpaceOrOverItByTheirPriority) {
     EXPECT_EQ(countDifferent(picture(), *image), 0);
 }
 
+TEST_F(ViewerPlanes, SpaceThatAPictureHidesIsNotDrawnUntilItIsSeenAgain) {
+    auto* space = showSpace();
+    const auto material = plainMaterial(1.0F, 0.0F, 0.0F);
+    material->unlit = true;
+    space->SetEdgesShown(false);
+    space->AddRep(boxRep(material.Get()).Get());
+    EXPECT_EQ(middle(), QColor(255, 0, 0));
+    const auto plane = addPlane(6);
+    const QorPixelImage_var image = noise(4, 11);
+    const auto rep = cover(image.Get());
+    rep->SetAlphaMode(1);
+    plane->AddRep(rep.Get());
+    viewer->Draw();
+    const std::size_t before = surface().composer()->space().draws();
+    material->baseColor[0] = 0.0F;
+    material->baseColor[1] = 1.0F;
+    material->MarkModified();
+    EXPECT_EQ(countDifferent(picture(), *image), 0);
+    EXPECT_EQ(surface().composer()->space().draws(), before);
+    plane->RemoveRep(rep.Get());
+    viewer->Draw();
+    EXPECT_EQ(middle(), QColor(0, 255, 0)) << "as it has become meanwhile";
+}
+
+TEST_F(ViewerPlanes, WhatAPictureLeavesOpenIsStillSeen) {
+    auto* space = showSpace();
+    space->SetBackgroundColor({9, 99, 199, 255});
+    const auto plane = addPlane(6);
+    const QSize size = control().deviceSize();
+    auto pixels = std::make_shared<QorPixelImage::Pixels>(*noise(4, 12)->GetPixels());
+    for (std::size_t i = 3; i < 4 * static_cast<std::size_t>(size.width()); i += 4)
+        (*pixels)[i] = 0; // the upper row is not of the region
+    const auto rep = cover(QorMake<QorPixelImage>(size.width(), size.height(), 4, pixels).Get());
+    rep->SetAlphaMode(1);
+    plane->AddRep(rep.Get());
+    viewer->Draw();
+    EXPECT_EQ(picture().pixelColor(7, 0), QColor(9, 99, 199));
+    const std::uint8_t* second = pixels->data() + 4 * static_cast<std::size_t>(size.width());
+    EXPECT_EQ(picture().pixelColor(0, 1), QColor(second[0], second[1], second[2]));
+}
+
+TEST_F(ViewerPlanes, ALargePictureIsMadeSmallByAWorkerAndIsExactWhereItIsTaken) {
+    showSpace();
+    const QSize size = 5 * control().deviceSize();
+    auto pixels = std::make_shared<QorPixelImage::Pixels>();
+    for (int i = 0; i < size.width() * size.height(); ++i)
+        pixels->insert(pixels->end(), 3, static_cast<std::uint8_t>(i % 2 == 0 ? 255 : 0));
+    const auto large = QorMake<QorPixelImage>(size.width(), size.height(), 3, pixels);
+    const auto rep = QorMake<Qor2DImagePixelRep>(
+        QorMathPoint2D{-0.1 * size.width(), -0.1 * size.height()}, large.Get());
+    rep->SetZoom(0.2, 0.2);
+    const auto plane = addPlane(6);
+    plane->AddRep(rep.Get());
+    const auto greyAt = [&](const QImage& image) {
+        return image.pixelColor(image.width() / 2, image.height() / 2).green();
+    };
+    viewer->Draw();
+    EXPECT_NEAR(greyAt(picture()), 128, 26) << "the mean of 25 pixels, half of them white";
+    viewer->Draw();
+    flush();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(greyAt(onScreen()) - 128) <= 26; }, 10000));
+}
+
 TEST_F(ViewerPlanes, AStretchedBackgroundCoversTheViewerAfterAResize) {
     showSpace();
     const auto pixels = std::make_shared<QorPixelImage::Pixels>(QorPixelImage::Pixels{9, 99, 199});

@@ -12,6 +12,9 @@ PlaneViewerPeer::PlaneViewerPeer(QorDialog& widget) : ViewerPeer(widget) {
         if (alive)
             paint(painter);
     };
+    pictures_.proxies().onReady = [this] {
+        drawLater();
+    };
 }
 
 void PlaneViewerPeer::drawLater() {
@@ -31,10 +34,12 @@ QImage PlaneViewerPeer::picture(QString& reason) {
         reason = QStringLiteral("the viewer is not drawn");
         return {};
     }
+    pictures_.proxies().setExact(true);
     QImage image(box().deviceSize(), QImage::Format_RGB32);
     QPainter painter(&image);
     paint::paintUnder(painter, viewer(), pictures_);
     paint::paintOver(painter, viewer(), pictures_);
+    pictures_.proxies().setExact(false);
     return image;
 }
 

@@ -98,6 +98,9 @@ void SpaceSurface::initializeGL() {
         return;
     try {
         composer_ = std::make_unique<ViewerComposer>(*context()->extraFunctions());
+        composer_->painted().proxies().onReady = [this] {
+            update();
+        };
     } catch (const std::runtime_error& error) {
         fail(QString::fromUtf8(error.what()));
     }
@@ -112,13 +115,16 @@ void SpaceSurface::paintGL() {
     ViewerLook look = ViewerLook::of(Theme::colors());
     look.pixelRatio = static_cast<float>(devicePixelRatioF());
     look.edges = viewer_->AreEdgesShown();
+    composer_->painted().proxies().setExact(isGrabbed_);
     composer_->compose(*viewer_, size, look, defaultFramebufferObject(), *this);
-    if (composer_->space().isQuick())
+    if (composer_->isQuick())
         QTimer::singleShot(patience, this, [this] { update(); });
 }
 
 QImage SpaceSurface::picture() {
+    isGrabbed_ = true;
     QImage image = grabFramebuffer();
+    isGrabbed_ = false;
     image.setDevicePixelRatio(1.0);
     return image;
 }

@@ -46,6 +46,7 @@ private:
 
     Qor3DViewer* viewer_;
     std::unique_ptr<ViewerComposer> composer_;
+    bool isGrabbed_ = false; ///< what is drawn is asked for as a picture
 };
 
 } // namespace qor::desktop

@@ -1,8 +1,8 @@
 #include "workbench/desktop/viewer/gl/ViewerComposer.h"
 
 #include "platform/vis/QorViewer.h"
-#include "workbench/desktop/viewer/gl/PlanePictures.h"
 #include "workbench/paint/PlanePainter.h"
+#include "workbench/paint/PlanePictures.h"
 
 #include <QPainter>
 
@@ -19,15 +19,18 @@ Float3 floatsOf(const QorColor& color) {
             static_cast<float>(color.blue) / full};
 }
 
-/// Whether a shrunk picture would lose pixels between those that a filter of two by two reads; the
-/// painter has a better way then.
-bool shrinks(const PlacedPicture& picture) {
-    const auto sourceWidth =
-        (picture.source[2] - picture.source[0]) * static_cast<float>(picture.image->GetWidth());
-    const auto sourceHeight =
-        (picture.source[3] - picture.source[1]) * static_cast<float>(picture.image->GetHeight());
-    return 2.0F * (picture.place[2] - picture.place[0]) < sourceWidth ||
-           2.0F * (picture.place[3] - picture.place[1]) < sourceHeight;
+Float4 floatsOf(const QRect& place) {
+    const QRectF sides(place);
+    return {static_cast<float>(sides.left()), static_cast<float>(sides.top()),
+            static_cast<float>(sides.right()), static_cast<float>(sides.bottom())};
+}
+
+/// The sides of the part that is drawn, as parts of the picture's.
+Float4 sourceOf(const paint::PlacedPicture& placed) {
+    const Float4 sides = floatsOf(placed.source);
+    const auto width = static_cast<float>(placed.picture->GetWidth());
+    const auto height = static_cast<float>(placed.picture->GetHeight());
+    return {sides[0] / width, sides[1] / height, sides[2] / width, sides[3] / height};
 }
 
 } // namespace
@@ -59,14 +62,27 @@ void ViewerComposer::compose(Qor3DViewer& viewer,
                              const ViewerLook& look,
                              GLuint framebuffer,
                              QPaintDevice& device) {
-    space_.update(viewer, size, look);
+    const paint::Surface surface = paint::surfaceOf(viewer);
+    const paint::VisiblePlanes visible = paint::visiblePlanesOf(viewer, surface, painted_);
+    showsSpace_ = !visible.hidesSpace;
+    if (showsSpace_)
+        space_.update(viewer, size, look);
     bind(framebuffer, size);
-    drawBackdrop(viewer, look);
-    drawPlanes(viewer, true, device);
-    bind(framebuffer, size);
-    drawSpace();
-    drawLetters(viewer, look, device);
-    drawPlanes(viewer, false, device);
+    if (!visible.hidesBackdrop)
+        drawBackdrop(viewer, look);
+    const auto isUnder = [](const paint::Plane& plane) {
+        return plane.viewpoint->GetPriority() < 0;
+    };
+    const auto over = std::find_if_not(visible.planes.begin(), visible.planes.end(), isUnder);
+    for (auto plane = visible.planes.begin(); plane != over; ++plane)
+        drawPlane(*plane, surface, device);
+    if (showsSpace_) {
+        bind(framebuffer, size);
+        drawSpace();
+        drawLetters(viewer, look, device);
+    }
+    for (auto plane = over; plane != visible.planes.end(); ++plane)
+        drawPlane(*plane, surface, device);
     gl_.glBindVertexArray(0);
     shownBefore_ = std::exchange(shown_, {});
     painted_.endFrame();
@@ -103,45 +119,41 @@ void ViewerComposer::drawSpace() {
     gl_.glDrawArrays(GL_TRIANGLES, 0, 3);
 }
 
-void ViewerComposer::drawPlanes(const Qor3DViewer& viewer, bool under, QPaintDevice& device) {
-    const paint::Surface surface = paint::surfaceOf(viewer);
-    for (const QorVar<QorViewpoint>& one : viewer.GetAddedViewpoints())
-        if (const auto* plane = dynamic_cast<const Qor2DViewpoint*>(one.Get()))
-            if ((plane->GetPriority() < 0) == under)
-                drawPlane(*plane, surface, device);
-}
-
-void ViewerComposer::drawPlane(const Qor2DViewpoint& viewpoint,
+void ViewerComposer::drawPlane(const paint::Plane& plane,
                                const paint::Surface& surface,
                                QPaintDevice& device) {
-    const auto pictures = picturesOf(viewpoint, surface);
-    const bool simple =
-        pictures && std::none_of(pictures->begin(), pictures->end(),
-                                 [](const PlacedPicture& one) { return shrinks(one); });
-    if (!simple) {
+    if (!plane.pictures) {
         QPainter painter(&device);
-        paint::paintPlane(painter, viewpoint, surface, painted_);
+        paint::paintPlane(painter, *plane.viewpoint, surface, painted_);
         return;
     }
     bind(framebuffer_, size_);
-    gl_.glEnable(GL_BLEND);
     gl_.glBlendFuncSeparate(GL_ONE, GL_ONE_MINUS_SRC_ALPHA, GL_ZERO, GL_ONE);
     image_.use();
     image_.set("size",
                Float2{static_cast<float>(size_.width()), static_cast<float>(size_.height())});
     image_.set("image", 0);
-    for (const PlacedPicture& picture : *pictures) {
-        const auto texture = pictures_.get(*picture.image, TextureCache::Use::Shown);
-        shown_.push_back(texture);
-        gl_.glBindTexture(GL_TEXTURE_2D, texture->texture.name());
-        const GLint filter = picture.exact ? GL_NEAREST : GL_LINEAR;
-        gl_.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
-        gl_.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
-        image_.set("place", picture.place);
-        image_.set("source", picture.source);
-        image_.set("hasAlpha", texture->hasAlpha && !picture.opaque ? 1 : 0);
-        gl_.glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
-    }
+    for (const paint::PlacedPicture& picture : *plane.pictures)
+        if (picture.picture)
+            drawPicture(picture);
+}
+
+void ViewerComposer::drawPicture(const paint::PlacedPicture& picture) {
+    const auto texture = pictures_.get(*picture.picture, TextureCache::Use::Shown);
+    shown_.push_back(texture);
+    gl_.glBindTexture(GL_TEXTURE_2D, texture->texture.name());
+    const GLint filter = picture.isExact() ? GL_NEAREST : GL_LINEAR;
+    gl_.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
+    gl_.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
+    image_.set("place", floatsOf(picture.place));
+    image_.set("source", sourceOf(picture));
+    image_.set("hasAlpha", picture.isOpaque ? 0 : 1);
+    // Blending is work where a processor draws.
+    if (picture.isOpaque)
+        gl_.glDisable(GL_BLEND);
+    else
+        gl_.glEnable(GL_BLEND);
+    gl_.glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
 }
 
 } // namespace qor::desktop

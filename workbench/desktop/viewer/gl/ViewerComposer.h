@@ -5,12 +5,16 @@
 #include "workbench/paint/Surface.h"
 
 class QPaintDevice;
-class Qor2DViewpoint;
+
+namespace qor::paint {
+struct Plane;
+}
 
 namespace qor::desktop {
 
 /// Puts together all that a viewer of space shows: background, viewpoints of the plane below 0,
-/// space, viewpoints from 0 on, the letters of the axis cross.
+/// space, the letters of the axis cross, viewpoints from 0 on. What a whole and opaque picture
+/// hides is not drawn.
 class ViewerComposer {
 public:
     /// Throws std::runtime_error if the shaders cannot be built.
@@ -25,6 +29,11 @@ public:
 
     [[nodiscard]] const SpaceLayer& space() const { return space_; }
 
+    /// Whether the last frame showed a picture of space that a better one is to follow.
+    [[nodiscard]] bool isQuick() const { return showsSpace_ && space_.isQuick(); }
+
+    [[nodiscard]] paint::PictureCache& painted() { return painted_; }
+
     /// How many pictures were uploaded so far; for tests and measuring.
     [[nodiscard]] std::size_t uploads() const { return pictures_.uploads(); }
 
@@ -32,9 +41,8 @@ private:
     void drawBackdrop(const Qor3DViewer& viewer, const ViewerLook& look);
     void drawSpace();
     void drawLetters(Qor3DViewer& viewer, const ViewerLook& look, QPaintDevice& device);
-    void
-    drawPlane(const Qor2DViewpoint& viewpoint, const paint::Surface& surface, QPaintDevice& device);
-    void drawPlanes(const Qor3DViewer& viewer, bool under, QPaintDevice& device);
+    void drawPlane(const paint::Plane& plane, const paint::Surface& surface, QPaintDevice& device);
+    void drawPicture(const paint::PlacedPicture& picture);
     void bind(GLuint framebuffer, const QSize& size);
 
     Gl& gl_;
@@ -49,6 +57,7 @@ private:
     paint::PictureCache painted_;
     GLuint framebuffer_ = 0;
     QSize size_;
+    bool showsSpace_ = true; ///< in the last frame
 };
 
 } // namespace qor::desktop
