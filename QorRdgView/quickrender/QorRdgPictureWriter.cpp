@@ -68,7 +68,7 @@ int WriteBeside(QorCommand& iFather,
     work->result = notDone;
     const QorVar<QorRdgPictureProgress> box(
         new QorRdgPictureProgress(&iFather, "saveProgress", work));
-    QorRdgWorkers::Run(MakeJob(work, iImage, iFormat, iPath));
+    QorRdgWorkers::RunAside(MakeJob(work, iImage, iFormat, iPath));
     box->Wait(CountPixels(iImage) > QorRdgPictureWriter::largePixels ? std::chrono::milliseconds(0)
                                                                      : patience);
     box->RequestDelayedDestruction();

@@ -201,7 +201,7 @@ void QorRdgRecentRenders::Add(const QorPixelImage& iImage,
     image->SetPixelsPerInch(iPixelsPerInch);
     if (!Queue({image, iRegion, directory}))
         return;
-    QorRdgWorkers::Run([]() -> QorRdgWorkers::Delivery {
+    QorRdgWorkers::RunAside([]() -> QorRdgWorkers::Delivery {
         while (WriteNext()) {
         }
         return {};

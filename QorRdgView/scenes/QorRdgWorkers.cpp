@@ -17,6 +17,9 @@ namespace {
 
 constexpr int exitPriority = 2; // before the managers go
 
+/// Whether anybody waits for a job.
+enum class Kind { Awaited, Aside };
+
 /// The threads, the jobs and what they have left to deliver.
 class Pool {
 public:
@@ -41,22 +44,28 @@ public:
     Pool(const Pool&) = delete;
     Pool& operator=(const Pool&) = delete;
 
-    void Add(QorRdgWorkers::Job iJob) {
+    void Add(QorRdgWorkers::Job iJob, Kind iKind) {
         {
             const std::scoped_lock lock(mutex);
-            jobs.push_back(std::move(iJob));
+            jobs.push_back({std::move(iJob), iKind});
+            ++Unfinished(iKind);
         }
         changed.notify_one();
     }
 
     void WaitForAll() {
         std::unique_lock lock(mutex);
-        changed.wait(lock, [this] { return jobs.empty() && running == 0; });
+        changed.wait(lock, [this] { return Unfinished(Kind::Awaited) == 0; });
     }
 
     [[nodiscard]] std::size_t CountPending() {
         const std::scoped_lock lock(mutex);
-        return jobs.size() + static_cast<std::size_t>(running) + deliveries.size();
+        return Unfinished(Kind::Awaited) + deliveries.size();
+    }
+
+    [[nodiscard]] std::size_t CountAside() {
+        const std::scoped_lock lock(mutex);
+        return Unfinished(Kind::Aside);
     }
 
     void Deliver() {
@@ -71,19 +80,27 @@ public:
     }
 
 private:
+    struct Queued {
+        QorRdgWorkers::Job job;
+        Kind kind;
+    };
+
+    [[nodiscard]] std::size_t& Unfinished(Kind iKind) {
+        return iKind == Kind::Awaited ? awaited : aside;
+    }
+
     void Work() {
         std::unique_lock lock(mutex);
         while (true) {
             changed.wait(lock, [this] { return ending || !jobs.empty(); });
             if (ending)
                 return;
-            const QorRdgWorkers::Job job = std::move(jobs.front());
+            const auto [job, kind] = std::move(jobs.front());
             jobs.pop_front();
-            ++running;
             lock.unlock();
             QorRdgWorkers::Delivery delivery = Do(job);
             lock.lock();
-            --running;
+            --Unfinished(kind);
             if (delivery) {
                 deliveries.push_back(std::move(delivery));
                 Post();
@@ -106,9 +123,10 @@ private:
     QorEventLoop& loop;
     std::mutex mutex; ///< guards all below but the threads
     std::condition_variable changed;
-    std::deque<QorRdgWorkers::Job> jobs;
+    std::deque<Queued> jobs;
     std::deque<QorRdgWorkers::Delivery> deliveries;
-    int running = 0;
+    std::size_t awaited = 0; ///< jobs that run or wait
+    std::size_t aside = 0;
     bool posted = false;
     bool ending = false;
     std::vector<std::thread> threads;
@@ -133,17 +151,34 @@ void Pool::Post() {
 
 } // namespace
 
-void QorRdgWorkers::Run(Job iJob) {
+namespace {
+
+void Start(QorRdgWorkers::Job iJob, Kind iKind) {
     const QorApplication* application = QorApplication::MainApplication();
     if (application == nullptr) {
-        iJob()();
+        if (const QorRdgWorkers::Delivery delivery = iJob())
+            delivery();
         return;
     }
     if (!ThePool()) {
         ThePool() = std::make_unique<Pool>(application->GetLoop());
         QorCallOnExit([] { ThePool().reset(); }, exitPriority);
     }
-    ThePool()->Add(std::move(iJob));
+    ThePool()->Add(std::move(iJob), iKind);
+}
+
+} // namespace
+
+void QorRdgWorkers::Run(Job iJob) {
+    Start(std::move(iJob), Kind::Awaited);
+}
+
+void QorRdgWorkers::RunAside(Job iJob) {
+    Start(std::move(iJob), Kind::Aside);
+}
+
+std::size_t QorRdgWorkers::CountAside() {
+    return ThePool() ? ThePool()->CountAside() : 0;
 }
 
 std::size_t QorRdgWorkers::CountPending() {

@@ -15,9 +15,14 @@ public:
     /// Queues a job; jobs begin in order. Its delivery is done in a posted turn. Without an
     /// application both are done at once.
     static void Run(Job iJob);
-    /// Jobs that run or wait, and deliveries that wait.
+    /// The same for a job that may take long and that whoever waits for the others does not wait
+    /// for: it is never pending, and Finish leaves it alone.
+    static void RunAside(Job iJob);
+    /// Jobs of Run that run or wait, and deliveries that wait.
     [[nodiscard]] static std::size_t CountPending();
-    /// Waits for all jobs and does their deliveries now; for whoever wants to see the final state,
-    /// such as the automation port before it answers.
+    /// Jobs of RunAside that run or wait.
+    [[nodiscard]] static std::size_t CountAside();
+    /// Waits for all jobs of Run and does their deliveries now; for whoever wants to see the final
+    /// state, such as the automation port before it answers.
     static void Finish();
 };

@@ -39,6 +39,21 @@ TEST_F(AppMethods, InfoDoesNotWaitForWorkers) {
     QorRdgWorkers::Finish();
 }
 
+TEST_F(AppMethods, NothingWaitsForWorkThatGoesOnAside) {
+    std::promise<void> mayEnd;
+    std::shared_future<void> end = mayEnd.get_future().share();
+    QorRdgWorkers::RunAside([end]() -> QorRdgWorkers::Delivery {
+        constexpr std::chrono::seconds patience(10);
+        EXPECT_EQ(end.wait_for(patience), std::future_status::ready) << "it was waited for";
+        return {};
+    });
+    play([&](PortClient& client) {
+        EXPECT_EQ(client.call("dialog.list"), Json::array());
+        mayEnd.set_value();
+    });
+    EXPECT_EQ(QorRdgWorkers::CountPending(), 0U);
+}
+
 TEST_F(AppMethods, RunLeavesTheLoopToItselfThatLong) {
     int ticks = 0;
     int depth = -1;

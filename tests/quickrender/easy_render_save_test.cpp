@@ -392,7 +392,7 @@ TEST_F(EasyRenderSaveLarge, ClosingTheToolBarBeforeABoxIsSeenDoesNot) {
 TEST_F(EasyRenderSaveLarge, AFailureOfTheWorkerIsTold) {
     Open();
     RenderOnce(width, height);
-    QorRdgWorkers::Finish(); // what is kept of it is written
+    QorRdgRecentRenders::Finish(); // what is kept of it is written
     pictures.failure = 4;
     PressSave();
     host->AnswerNext(QorNotifyConfirm);

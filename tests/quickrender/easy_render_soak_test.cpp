@@ -147,7 +147,7 @@ TEST_F(EasyRenderSoak, AThousandRendersWithRandomPressesLeaveNothing) {
     if (IsOpen())
         Person::Close("renderToolbar");
     loop.RunPosted();
-    QorRdgWorkers::Finish();
+    QorRdgRecentRenders::Finish();
     EXPECT_EQ(Dialog(), nullptr);
     EXPECT_EQ(QorMetaObject::Find("QorRdgEasyRenderDialog")->GetLiveCount(), 0);
     EXPECT_EQ(QorRdgEngineManager::GetManager()->GetCallbackManager()->CountCallbacks(), 0U);

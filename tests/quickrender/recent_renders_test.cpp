@@ -12,7 +12,7 @@ protected:
 
     void Add(int iWidth, int iHeight = 10) {
         QorRdgRecentRenders::Add(*MakePicture(iWidth, iHeight), {0, 0, iWidth, iHeight}, 0.0);
-        QorRdgWorkers::Finish();
+        QorRdgRecentRenders::Finish();
     }
 
     /// What the newest files hold, as their service noted it.
@@ -65,8 +65,9 @@ TEST_F(RecentRenders, LeaveOtherFilesAlone) {
 TEST_F(RecentRenders, TakeOneWorkerHoweverManyWait) {
     for (int i = 1; i <= 5; ++i)
         QorRdgRecentRenders::Add(*MakePicture(i, 10), {0, 0, i, 10}, 0.0);
-    EXPECT_LE(QorRdgWorkers::CountPending(), 2U) << "one more if the first had nothing left to do";
-    QorRdgWorkers::Finish();
+    EXPECT_LE(QorRdgWorkers::CountAside(), 2U) << "one more if the first had nothing left to do";
+    EXPECT_EQ(QorRdgWorkers::CountPending(), 0U) << "nobody waits for what takes long";
+    QorRdgRecentRenders::Finish();
     EXPECT_EQ(Contents().size(), 5U);
     Add(6);
     EXPECT_EQ(Contents().size(), 6U);
@@ -107,7 +108,7 @@ TEST_F(RecentRenders, HoldFinishedAndAbortedRendersOnce) {
     Check("renderCheck"); // aborted before there was a picture
     Check("renderCheck", false);
     loop.RunPosted();
-    QorRdgWorkers::Finish();
+    QorRdgRecentRenders::Finish();
     EXPECT_EQ(Contents(), (std::vector<std::string>{"PNG 787x590 50", "PNG 787x590 50"}));
 }
 
@@ -116,7 +117,7 @@ TEST_F(RecentRenders, HoldTheAreaAlone) {
     Check("areaCheck");
     ASSERT_EQ(Area(viewer)->SetArea(50, 40, 250, 140), S_OK);
     RenderOnce();
-    QorRdgWorkers::Finish();
+    QorRdgRecentRenders::Finish();
     EXPECT_EQ(Contents(), (std::vector<std::string>{"PNG 200x100 0"}));
 }
 

@@ -189,7 +189,7 @@ void Dispatcher::settle(Work& work) {
         wake();
 }
 
-/// What workers make for the dialogs (thumbnails, kept pictures) counts as posted: an answer shows
+/// What workers make for the dialogs (thumbnails) counts as posted: an answer shows
 /// it ready.
 void Dispatcher::finishWorkers() {
     while (QorRdgWorkers::CountPending() > 0) {
