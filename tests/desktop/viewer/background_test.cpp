@@ -38,6 +38,10 @@ protected:
         return different;
     }
 
+    [[nodiscard]] SpaceViewerPeer& peer() const {
+        return *dynamic_cast<SpaceViewerPeer*>(viewer->GetPeer());
+    }
+
     /// Waits until the display shows what was drawn.
     void flush() {
         settle();
@@ -67,18 +71,50 @@ TEST_F(ViewerPlanes, WithoutAColorTheBackgroundFitsTheTheme) {
 
 TEST_F(ViewerPlanes, AnOverlayIsExactToThePixel) {
     showSpace();
-    for (const int channels : {3, 4}) {
-        const auto plane = addPlane(6);
-        const QorPixelImage_var image = noise(channels, 7);
-        const auto rep = cover(image.Get());
-        rep->SetAlphaMode(1);
-        plane->AddRep(rep.Get());
-        viewer->Draw();
-        EXPECT_EQ(countDifferent(picture(), *image), 0);
-        flush();
-        EXPECT_EQ(countDifferent(onScreen(), *image), 0) << "on the display";
-        viewer->RemoveViewpoint(plane.Get());
-    }
+    for (const bool isAlwaysOpenGl : {true, false})
+        for (const int channels : {3, 4}) {
+            peer().setAlwaysOpenGl(isAlwaysOpenGl);
+            const auto plane = addPlane(6);
+            const QorPixelImage_var image = noise(channels, 7);
+            const auto rep = cover(image.Get());
+            rep->SetAlphaMode(1);
+            plane->AddRep(rep.Get());
+            viewer->Draw();
+            EXPECT_EQ(countDifferent(picture(), *image), 0);
+            flush();
+            EXPECT_EQ(peer().isFlat(), !isAlwaysOpenGl);
+            EXPECT_EQ(countDifferent(onScreen(), *image), 0) << "on the display";
+            viewer->RemoveViewpoint(plane.Get());
+        }
+}
+
+TEST_F(ViewerPlanes, APictureOverAllIsPaintedWithoutOpenGlWhereAProcessorDraws) {
+    auto* space = showSpace();
+    space->SetBackgroundColor({9, 99, 199, 255});
+    viewer->Draw();
+    flush();
+    const auto plane = addPlane(6);
+    const auto over = addPlane(9);
+    const QorPixelImage_var image = noise(4, 13);
+    const QorPixelImage_var small = noisePicture(20, 10, 3, 14);
+    const auto rep = cover(image.Get());
+    rep->SetAlphaMode(1);
+    plane->AddRep(rep.Get());
+    over->AddRep(cover(small.Get()).Get());
+    viewer->Draw();
+    flush();
+    EXPECT_TRUE(peer().isFlat());
+    EXPECT_FALSE(surface().isVisible());
+    const int hidden = countDifferent(onScreen(), *image);
+    EXPECT_GT(hidden, 150) << "what lies over it is seen";
+    EXPECT_LE(hidden, 200);
+    controlOf(window)->resize(controlOf(window)->size() + QSize(60, 40));
+    settle();
+    viewer->Draw();
+    flush();
+    EXPECT_FALSE(peer().isFlat()) << "the picture is too small now";
+    EXPECT_TRUE(surface().isVisible());
+    EXPECT_EQ(onScreen().pixelColor(0, 0), QColor(9, 99, 199));
 }
 
 TEST_F(ViewerPlanes, AnOverlayThatAPainterDrawsIsExactToo) {
@@ -128,6 +164,7 @@ TEST_F(ViewerPlanes, LieUnderSpaceOrOverItByTheirPriority) {
 
 TEST_F(ViewerPlanes, SpaceThatAPictureHidesIsNotDrawnUntilItIsSeenAgain) {
     auto* space = showSpace();
+    peer().setAlwaysOpenGl(true);
     const auto material = plainMaterial(1.0F, 0.0F, 0.0F);
     material->unlit = true;
     space->SetEdgesShown(false);
@@ -218,6 +255,7 @@ TEST_F(ViewerPlanes, AStretchedBackgroundCoversTheViewerAfterAResize) {
 
 TEST_F(ViewerPlanes, ANewPictureCostsOneUploadAndAnOldOneNone) {
     showSpace();
+    peer().setAlwaysOpenGl(true);
     const auto plane = addPlane(6);
     const QorPixelImage_var first = noise(3, 1);
     const auto rep = cover(first.Get());

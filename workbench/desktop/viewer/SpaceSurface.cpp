@@ -61,8 +61,8 @@ void SpaceSurface::expectIn(QWidget& window) {
     sign->hide();
 }
 
-SpaceSurface::SpaceSurface(QWidget* parent, Qor3DViewer& viewer)
-    : QOpenGLWidget(parent), viewer_(&viewer) {
+SpaceSurface::SpaceSurface(QWidget* parent, Qor3DViewer& viewer, paint::PictureCache& pictures)
+    : QOpenGLWidget(parent), viewer_(&viewer), pictures_(pictures) {
     setFormat(wantedFormat());
 }
 
@@ -97,10 +97,7 @@ void SpaceSurface::initializeGL() {
     if (viewer_ == nullptr)
         return;
     try {
-        composer_ = std::make_unique<ViewerComposer>(*context()->extraFunctions());
-        composer_->painted().proxies().onReady = [this] {
-            update();
-        };
+        composer_ = std::make_unique<ViewerComposer>(*context()->extraFunctions(), pictures_);
     } catch (const std::runtime_error& error) {
         fail(QString::fromUtf8(error.what()));
     }
@@ -115,16 +112,13 @@ void SpaceSurface::paintGL() {
     ViewerLook look = ViewerLook::of(Theme::colors());
     look.pixelRatio = static_cast<float>(devicePixelRatioF());
     look.edges = viewer_->AreEdgesShown();
-    composer_->painted().proxies().setExact(isGrabbed_);
     composer_->compose(*viewer_, size, look, defaultFramebufferObject(), *this);
     if (composer_->isQuick())
         QTimer::singleShot(patience, this, [this] { update(); });
 }
 
 QImage SpaceSurface::picture() {
-    isGrabbed_ = true;
     QImage image = grabFramebuffer();
-    isGrabbed_ = false;
     image.setDevicePixelRatio(1.0);
     return image;
 }

@@ -14,7 +14,8 @@ namespace qor::desktop {
 /// and comes again with the next one.
 class SpaceSurface : public QOpenGLWidget {
 public:
-    SpaceSurface(QWidget* parent, Qor3DViewer& viewer);
+    /// \p pictures: what is drawn in the plane, kept until forget().
+    SpaceSurface(QWidget* parent, Qor3DViewer& viewer, paint::PictureCache& pictures);
     ~SpaceSurface() override;
 
     /// Called once when it turns out that it cannot draw, with the reason.
@@ -45,8 +46,8 @@ private:
     void fail(const QString& reason);
 
     Qor3DViewer* viewer_;
+    paint::PictureCache& pictures_;
     std::unique_ptr<ViewerComposer> composer_;
-    bool isGrabbed_ = false; ///< what is drawn is asked for as a picture
 };
 
 } // namespace qor::desktop

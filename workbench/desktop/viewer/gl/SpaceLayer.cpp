@@ -42,7 +42,7 @@ Qor3DBoundingBox contentBox(const SceneBuffers& scene, const QorRsc3DGroundRep* 
 }
 
 /// Whether the processor does the graphics card's work.
-bool isSoftware(Gl& gl) {
+bool isProcessorDrawing(Gl& gl) {
     const auto* name = reinterpret_cast<const char*>(gl.glGetString(GL_RENDERER)); // NOLINT
     const std::string_view renderer = name != nullptr ? name : "";
     return renderer.find("llvmpipe") != std::string_view::npos ||
@@ -82,7 +82,7 @@ SpaceLayer::SpaceLayer(Gl& gl)
     , surfaces_(gl)
     , cross_(gl, *meshes_, *textures_)
     , target_(gl)
-    , software_(isSoftware(gl)) {}
+    , software_(isProcessorDrawing(gl)) {}
 
 SpaceLayer::Frame SpaceLayer::prepare(Qor3DViewer& viewer,
                                       const SpaceView& view,

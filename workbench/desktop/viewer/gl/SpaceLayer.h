@@ -35,6 +35,9 @@ public:
 
     /// Whether the picture is a quick one, without smooth edges, and a good one should follow.
     /// While a viewpoint moves that is so where a processor has to draw it.
+    /// Whether the processor does the graphics card's work.
+    [[nodiscard]] bool isSoftware() const { return software_; }
+
     [[nodiscard]] bool isQuick() const { return quick_; }
 
     /// How often it was drawn; for tests and measuring.

@@ -35,13 +35,14 @@ Float4 sourceOf(const paint::PlacedPicture& placed) {
 
 } // namespace
 
-ViewerComposer::ViewerComposer(Gl& gl)
+ViewerComposer::ViewerComposer(Gl& gl, paint::PictureCache& pictures)
     : gl_(gl)
     , space_(gl)
     , backdrop_(gl, {"full.vert", {"backdrop.frag"}})
     , layer_(gl, {"full.vert", {"layer.frag"}})
     , image_(gl, {"image.vert", {"image.frag"}})
-    , nothing_(gl) {}
+    , nothing_(gl)
+    , painted_(pictures) {}
 
 void ViewerComposer::bind(GLuint framebuffer, const QSize& size) {
     framebuffer_ = framebuffer;

@@ -18,7 +18,8 @@ namespace qor::desktop {
 class ViewerComposer {
 public:
     /// Throws std::runtime_error if the shaders cannot be built.
-    explicit ViewerComposer(Gl& gl);
+    /// \p pictures: what is drawn in the plane, kept for as long as the composer.
+    ViewerComposer(Gl& gl, paint::PictureCache& pictures);
 
     /// Draws into \p framebuffer, which is what \p device paints on, \p size device pixels large.
     void compose(Qor3DViewer& viewer,
@@ -31,8 +32,6 @@ public:
 
     /// Whether the last frame showed a picture of space that a better one is to follow.
     [[nodiscard]] bool isQuick() const { return showsSpace_ && space_.isQuick(); }
-
-    [[nodiscard]] paint::PictureCache& painted() { return painted_; }
 
     /// How many pictures were uploaded so far; for tests and measuring.
     [[nodiscard]] std::size_t uploads() const { return pictures_.uploads(); }
@@ -54,7 +53,7 @@ private:
     GlVertexArray nothing_; ///< the vertices come from their numbers
     std::vector<std::shared_ptr<const GpuTexture>> shown_;
     std::vector<std::shared_ptr<const GpuTexture>> shownBefore_;
-    paint::PictureCache painted_;
+    paint::PictureCache& painted_;
     GLuint framebuffer_ = 0;
     QSize size_;
     bool showsSpace_ = true; ///< in the last frame
