@@ -146,4 +146,19 @@ double meanOf(const Image& image, int x0, int y0, int x1, int y1, int channel) {
     return sum / ((x1 - x0) * (y1 - y0));
 }
 
+void goTheLongWay(Scene& scene) {
+    scene.materials.push_back(glass(1.5F));
+}
+
+double relativeError(const Image& image, const Image& reference) {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < image.rgba.size(); i += 4) {
+        const double l = luminance({image.rgba[i], image.rgba[i + 1], image.rgba[i + 2]});
+        const double r =
+            luminance({reference.rgba[i], reference.rgba[i + 1], reference.rgba[i + 2]});
+        sum += (l - r) * (l - r) / (r * r + 1e-3);
+    }
+    return sum * 4.0 / static_cast<double>(image.rgba.size());
+}
+
 } // namespace qor::engine::testing

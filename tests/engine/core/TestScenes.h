@@ -24,6 +24,9 @@ AssemblyPtr assemblyOf(const std::vector<MeshPtr>& meshes);
 /// A scene of \p meshes and the material of each.
 Scene sceneOf(const std::vector<MeshPtr>& meshes, const std::vector<Material>& materials);
 
+/// Adds something see-through that nobody sees: paths are then followed one by one.
+void goTheLongWay(Scene& scene);
+
 /// A constant environment.
 Environment constant(float radiance);
 /// Looks at the origin from \p eye.
@@ -33,6 +36,8 @@ RenderOptions plainOptions(int size, int samples);
 
 /// The picture, or a failed test.
 Image rendered(const Scene& scene, const Camera& camera, const RenderOptions& options);
+/// Mean over all pixels of the squared relative errors of luminance.
+double relativeError(const Image& image, const Image& reference);
 /// Mean of one channel over a rectangle of pixels.
 double meanOf(const Image& image, int x0, int y0, int x1, int y1, int channel = 0);
 

@@ -233,17 +233,6 @@ TEST(Adaptive, SpendsSamplesWhereThePictureIsNoisy) {
     EXPECT_LT(stats.samples, 72U * 52U * 200U);
 }
 
-double relativeError(const Image& image, const Image& reference) {
-    double sum = 0.0;
-    for (std::size_t i = 0; i < image.rgba.size(); i += 4) {
-        const double l = luminance({image.rgba[i], image.rgba[i + 1], image.rgba[i + 2]});
-        const double r =
-            luminance({reference.rgba[i], reference.rgba[i + 1], reference.rgba[i + 2]});
-        sum += (l - r) * (l - r) / (r * r + 1e-3);
-    }
-    return sum * 4.0 / static_cast<double>(image.rgba.size());
-}
-
 TEST(Adaptive, MeetsANoiseTarget) {
     RenderOptions options = stillLifeOptions();
     options.samples.minimum = options.samples.maximum = 2048;
@@ -253,64 +242,6 @@ TEST(Adaptive, MeetsANoiseTarget) {
         EXPECT_LT(relativeError(rendered(stillLife(), camera, options), reference), 1.2 * target)
             << target;
     }
-}
-
-/// Matt things only, under suns and an even sky: what packets follow from end to end.
-Scene mattScene() {
-    Scene scene = sceneOf(
-        {sphere(1.0F, 48), box({1.2F, -0.6F, -1.0F}, {2.4F, 0.6F, 0.4F}),
-         quad({-6, -6, -1}, {12, 0, 0}, {0, 12, 0})},
-        {diffuse({0.8F, 0.5F, 0.2F}), diffuse({0.3F, 0.6F, 0.9F}), diffuse({0.6F, 0.6F, 0.6F})});
-    scene.lights = {DirectionalLight{{0.3F, 0.5F, -1}, {2, 2, 2}, 0.0F, true},
-                    DirectionalLight{{-0.6F, 0.1F, -1}, {1, 1, 1}, 0.0F, true}};
-    return scene;
-}
-
-TEST(Packets, ShowWhatSinglePathsShow) {
-    // A texture that changes nothing sends every ray the long way.
-    for (const float sky : {0.0F, 0.4F})
-        for (const int bounces : {0, 1, 5}) {
-            Scene scene = mattScene();
-            scene.environment = constant(sky);
-            scene.ambient = {0.05F, 0.05F, 0.05F};
-            RenderOptions options = stillLifeOptions();
-            options.depth.diffuseBounces = bounces;
-            const Image packets = rendered(scene, camera, options);
-            for (Material& m : scene.materials)
-                m.occlusionTexture.picture =
-                    Picture::create(1, 1, std::vector<std::uint8_t>(4, 255),
-                                    PictureEncoding::linear)
-                        .value();
-            EXPECT_LT(relativeError(packets, rendered(scene, camera, options)), 2e-5)
-                << sky << ' ' << bounces;
-        }
-}
-
-TEST(Packets, FollowInstancesHoweverPlaced) {
-    // Small turned, stretched and mirrored balls and boxes, so that one packet meets several.
-    const MeshPtr ball = sphere(0.5F, 24);
-    const MeshPtr cube = box({-0.4F, -0.4F, -0.4F}, {0.4F, 0.4F, 0.4F});
-    std::vector<Instance> instances;
-    for (int i = 0; i < 49; ++i) {
-        const auto turn = static_cast<float>(i);
-        const Vec3 place{static_cast<float>(i % 7) - 3.0F, static_cast<float>(i / 7) - 3.0F, 0.0F};
-        instances.push_back(
-            {i % 2 == 0 ? ball : cube,
-             Transform::translation(place) * Transform::rotation({1.0F, 0.3F * turn, 0.5F}, turn) *
-                 Transform::scaling({i % 3 == 0 ? -0.7F : 0.9F, 0.5F, 0.8F}),
-             {0}});
-    }
-    Scene scene;
-    scene.assembly = Assembly::create(std::move(instances)).value();
-    scene.materials = {diffuse({0.8F, 0.5F, 0.2F})};
-    scene.lights = mattScene().lights;
-    scene.environment = constant(0.4F);
-    RenderOptions options = stillLifeOptions();
-    options.depth.diffuseBounces = 2;
-    const Image packets = rendered(scene, lookFrom({3, -9, 7}, 40.0F), options);
-    scene.materials[0].occlusionTexture.picture =
-        Picture::create(1, 1, std::vector<std::uint8_t>(4, 255), PictureEncoding::linear).value();
-    EXPECT_LT(relativeError(packets, rendered(scene, lookFrom({3, -9, 7}, 40.0F), options)), 2e-5);
 }
 
 TEST(SteepNormals, LeaveNoBlackFaces) {
@@ -323,7 +254,8 @@ TEST(SteepNormals, LeaveNoBlackFaces) {
     Scene scene = sceneOf({Mesh::create(std::move(data)).value()}, {diffuse({1, 1, 1})});
     scene.environment = constant(1.0F);
     for (const bool longWay : {false, true}) {
-        scene.materials[0].specular = longWay ? 0.01F : 0.0F;
+        if (longWay)
+            goTheLongWay(scene);
         const Image image =
             rendered(scene, lookFrom({0.2F, -0.3F, 4}, 40.0F), plainOptions(64, 16));
         for (int i = 0; i < 64 * 64; ++i)

@@ -149,20 +149,34 @@ void BlockRenderer::trace(const LanePlaces& places, LaneColors& colors) {
     tracer_.counts().camera += packetWidth;
     if (scene_.hasObjects())
         scene_.structure().intersect(all, packet);
-    if (plain_.apply()) {
-        showBackground(places, packet, colors);
-        if (plain_.shade(places, packet, colors, tracer_.counts()))
-            return;
-    }
-    traceAny(places, packet, colors);
+    if (packets_.apply())
+        traceInPackets(places, packet, colors);
+    else
+        traceAny(places, packet, colors);
 }
 
-void BlockRenderer::showBackground(const LanePlaces& places,
+void BlockRenderer::traceInPackets(const LanePlaces& places,
                                    const RayHitPacket& packet,
                                    LaneColors& colors) {
-    for (std::size_t i = 0; i < packetWidth; ++i)
-        if (packet.hit.geomID[i] == Hit::none)
-            colors.set(i, tracer_.leaving(stateOf(places, packet, i)), 0.0F);
+    colors = {};
+    for (std::size_t i = 0; i < packetWidth; ++i) {
+        const Hit hit = hitOf(packet, i);
+        if (hit && !seesLights_)
+            continue;
+        const PathState state = stateOf(places, packet, i);
+        const Color lights = tracer_.lightsOnTheWay(state, hit ? hit.t : infinity);
+        colors.set(i, hit ? lights : lights + tracer_.leaving(state), 0.0F);
+    }
+    const Int8 hits = load(packet.hit.geomID) != static_cast<int>(Hit::none);
+    colors.alpha = hits ? eight(1.0F) : Float8{};
+    const unsigned alone = packets_.trace(places, camera_.cone(), packet, colors, tracer_);
+    for (std::size_t i = 0; i < packetWidth; ++i) {
+        if (((alone >> i) & 1U) == 0)
+            continue;
+        Sampler sampler = pathSampler(places.seed[i], places.index[i]);
+        const PathResult result = tracer_.trace(stateOf(places, packet, i), sampler);
+        colors.set(i, result.color, result.alpha);
+    }
 }
 
 void BlockRenderer::traceAny(const LanePlaces& places,

@@ -2,14 +2,15 @@
 
 #include "workbench/engine/core/Adaptive.h"
 #include "workbench/engine/core/CameraRays.h"
-#include "workbench/engine/core/PlainPackets.h"
+#include "workbench/engine/core/PacketTracer.h"
 
 #include <optional>
 
 namespace qor::engine {
 
-/// Renders blocks of pixels: camera rays and the shadow rays of what they see in packets of eight,
-/// everything behind as single paths. One object for each task.
+/// Renders blocks of pixels: in packets of eight from end to end where they apply, else camera rays
+/// and the shadow rays of what they see in packets, everything behind as single paths. One object
+/// for each task.
 class BlockRenderer {
 public:
     BlockRenderer(const CompiledScene& scene,
@@ -20,7 +21,11 @@ public:
         , camera_(camera)
         , options_(options)
         , tracer_(scene, options, cache)
-        , plain_(scene, options, tracer_.fullBudget(), cache != nullptr) {}
+        , seesLights_(std::any_of(
+              scene.scene().lights.begin(),
+              scene.scene().lights.end(),
+              [](const Light& light) { return std::holds_alternative<AreaLight>(light); }))
+        , packets_(scene, options, tracer_.fullBudget(), cache != nullptr) {}
 
     /// Samples of all pixels of the block whose first pixel is (\p x, \p y), also of those outside
     /// the picture: so the packets of a block are the same whatever is cut out of the picture.
@@ -49,7 +54,7 @@ private:
                LanePlaces& places) const;
     void trace(const LanePlaces& places, LaneColors& colors);
     void traceAny(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
-    void showBackground(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
+    void traceInPackets(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
     void addDirectLight(SeenLanes& seen);
     void addLight(SeenLanes& seen, int light);
     PathState stateOf(const LanePlaces& places, const RayHitPacket& packet, std::size_t lane) const;
@@ -58,7 +63,8 @@ private:
     const CameraRays& camera_;
     const RenderOptions& options_;
     PathTracer tracer_;
-    PlainPackets plain_;
+    bool seesLights_; ///< the camera may: lights of the list that are no surfaces
+    PacketTracer packets_;
 };
 
 } // namespace qor::engine

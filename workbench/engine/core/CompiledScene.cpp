@@ -36,9 +36,10 @@ CompiledMaterial compile(const Material& source, const RenderOptions& options) {
         m.alphaMode != AlphaMode::opaque &&
         (m.opacity < 1.0F || (m.baseTexture.picture && !m.baseTexture.picture->isOpaque()));
     result.transparent = cutOut || m.transmission > 0.0F;
-    const bool shines =
-        m.metallic > 0.0F || m.clearcoat > 0.0F || (m.specular > 0.0F && m.ior > 1.0F);
-    result.plain = !result.textured && !result.emissive && !result.transparent && !shines;
+    result.varied = result.textured;
+    result.inPackets = !result.emissive && !result.transparent && !(m.clearcoat > 0.0F);
+    result.packet = {m.baseColor.x, m.baseColor.y, m.baseColor.z, m.metallic,
+                     m.roughness,   m.ior,         m.specular};
     return result;
 }
 
@@ -147,7 +148,7 @@ void CompiledScene::takeCornerColors(const CompiledInstance& instance, std::size
         std::any_of(colors.begin(), colors.end(), [](const auto& c) { return c[3] != 255; });
     for (std::size_t slot = 0; slot < slots; ++slot) {
         CompiledMaterial& material = materials_[materialOf_[instance.firstMaterial + slot]];
-        material.plain = false;
+        material.varied = true;
         material.transparent = material.transparent ||
                                (seeThrough && material.material.alphaMode != AlphaMode::opaque);
         transparent_ = transparent_ || material.transparent;

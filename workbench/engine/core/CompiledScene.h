@@ -7,6 +7,7 @@
 #include "workbench/engine/core/RenderOptions.h"
 #include "workbench/engine/core/Scene.h"
 
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -29,8 +30,11 @@ struct CompiledMaterial {
     Material material;
     Color absorption{}; ///< of light inside, per length
     bool textured = false;
-    bool plain =
-        false; ///< purely diffuse, the same everywhere, opaque and dark: the packets' short way
+    bool varied = false; ///< textured, or under corners' colours: not the same everywhere
+    bool inPackets =
+        false; ///< packets shade it: opaque, without a coat, and it does not shine by itself
+    /// What packets read of it: base colour, metallic, roughness, index, specular.
+    std::array<float, 8> packet{};
     bool transparent = false; ///< lets some light straight through
     bool emissive = false;
     bool emissionSampled =

@@ -105,6 +105,26 @@ inline Float8 magnitude(const Float8& value) {
     return std::bit_cast<Float8>(std::bit_cast<UInt8>(value) & 0x7fffffffU);
 }
 
+/// The lanes whose bits are set.
+inline Int8 maskOf(unsigned bits) {
+    const Int8 one{1, 2, 4, 8, 16, 32, 64, 128};
+    return ((Int8{} + static_cast<int>(bits)) & one) != 0;
+}
+
+/// Entries of a table of numbers, \p stride apart.
+template <int stride>
+Float8 entriesOf(const float* table, const Int8& index) {
+#if defined(__AVX2__)
+    return std::bit_cast<Float8>(
+        _mm256_i32gather_ps(table, std::bit_cast<__m256i>(index * stride), 4));
+#else
+    Float8 result;
+    for (int i = 0; i < packetWidth; ++i)
+        result[i] = table[index[i] * stride];
+    return result;
+#endif
+}
+
 /// 1 with the sign of \p value, of zeros too.
 inline Float8 signOf(const Float8& value) {
     const UInt8 sign = std::bit_cast<UInt8>(value) & 0x80000000U;
@@ -114,6 +134,14 @@ inline Float8 signOf(const Float8& value) {
 /// 0 <= result < 1, as the function of the same name for one number.
 inline Float8 unitFloat(const UInt8& x) {
     return __builtin_convertvector(std::bit_cast<Int8>(x >> 8U), Float8) * 0x1p-24F;
+}
+
+inline Int8 wholePart(const Float8& value) {
+    return __builtin_convertvector(value, Int8);
+}
+
+inline Float8 numberOf(const Int8& value) {
+    return __builtin_convertvector(value, Float8);
 }
 
 /// The one or the other for one number, as `condition ? a : b` does it lane by lane.
@@ -184,6 +212,10 @@ inline Vec3x8 select(const Int8& condition, const Vec3x8& a, const Vec3x8& b) {
 
 inline Float8 length(const Vec3x8& a) {
     return squareRoot(dot(a, a));
+}
+
+inline Float8 largestOf(const Vec3x8& a) {
+    return greatest(greatest(a.x, a.y), a.z);
 }
 
 /// \p a at length 1; what has no length stays as it is.

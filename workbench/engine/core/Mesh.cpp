@@ -78,9 +78,11 @@ Result<MeshPtr> Mesh::create(MeshData data) {
 
 Mesh::Mesh(MeshData data)
     : data_(std::move(data)), identity_(++_lastIdentity), lazy_(std::make_unique<Lazy>()) {
-    // The ray tracing structure shares the positions and reads each as four floats.
-    if (data_.positions.capacity() == data_.positions.size())
-        data_.positions.reserve(data_.positions.size() + 1);
+    // The ray tracing structure shares the positions and reads each as four floats; packets read
+    // normals so, too.
+    for (std::vector<Vec3>* vectors : {&data_.positions, &data_.normals})
+        if (!vectors->empty() && vectors->capacity() == vectors->size())
+            vectors->reserve(vectors->size() + 1);
     inspect();
 }
 

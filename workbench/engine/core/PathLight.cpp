@@ -8,8 +8,6 @@ namespace {
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr int maxLayers = 64;
-/// Shadow rays end a little before the light, which may be a surface itself.
-constexpr float almostThere = 0.9999F;
 
 constexpr Color white{1.0F, 1.0F, 1.0F};
 

@@ -33,6 +33,9 @@ constexpr float leastChance = 0.05F;
 constexpr int looksAtFirst = 16;
 constexpr int looksLater = 2;
 
+/// Shadow rays end a little before the light, which may be a surface itself.
+constexpr float almostThere = 0.9999F;
+
 /// Chance that a path goes on that carries \p carried after \p bounces surfaces.
 inline float survivalChance(float carried, int bounces) {
     if (!(carried > 0.0F))

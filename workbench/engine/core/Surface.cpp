@@ -77,7 +77,6 @@ surfaceAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, con
                 liftAt(instance, t, s.position, s.frontFace ? side : -side, s.geometricNormal);
         }
     }
-    s.plain = material.plain;
     if (material.emissionSampled)
         s.sampledEmission = material.material.emission;
     s.material = untextured(material);
@@ -124,7 +123,6 @@ groundAt(const CompiledScene& scene, const Vec3& position, const Vec3& direction
     const float size =
         std::max({std::abs(position.x), std::abs(position.y), std::abs(position.z), distance});
     s.offset = size * 8.0F * std::numeric_limits<float>::epsilon();
-    s.plain = true;
     s.material.baseColor = ground.color;
     s.material.specular = 0.0F;
     return s;

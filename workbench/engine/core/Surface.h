@@ -30,7 +30,6 @@ struct Surface {
     float offset = 0.0F; ///< how far rays start from it, to miss it
     float footprint = 0.0F;
     bool frontFace = true;
-    bool plain = false; ///< see CompiledMaterial
     SurfaceMaterial material;
     Color sampledEmission; ///< radiance that light sampling takes it to have; black: it is not
                            ///< sampled

@@ -1,0 +1,302 @@
+#include "workbench/engine/core/PacketTracer.h"
+
+namespace qor::engine {
+
+namespace {
+
+constexpr float infinity = std::numeric_limits<float>::infinity();
+
+Vec3 laneOf(const Vec3x8& v, std::size_t lane) {
+    return {v.x[lane], v.y[lane], v.z[lane]};
+}
+
+} // namespace
+
+/// Eight paths on their way: PathState, lane by lane. They have been scattered equally often.
+struct PacketTracer::Paths {
+    LaneSampler sampler;
+    alignas(32) RayHitPacket packet;
+    Int8 on{};
+    Vec3x8 throughput{Vec3{1.0F, 1.0F, 1.0F}};
+    LaneCones cones;
+    Float8 pdf = eight(infinity);
+    Float8 pick = eight(1.0F);
+    Float8 roughness{};
+    Int8 straight = Int8{} - 1;
+    Int8 lightsOnly{};
+    Int8 lightsCounted{};
+    Int8 reflections;
+    Int8 diffuse;
+    Int8 total;
+    int bounces = 0;
+
+    Paths(const LanePlaces& places, const RayCone& cone, const PathBudget& budget)
+        : sampler(places)
+        , cones{eight(cone.width), eight(cone.spread)}
+        , reflections(Int8{} + budget.reflections)
+        , diffuse(Int8{} + budget.diffuse)
+        , total(Int8{} + budget.total) {}
+
+    /// One of them alone.
+    PathState of(std::size_t lane, const PathBudget& budget) const {
+        PathState state;
+        const RTCRay8& ray = packet.ray;
+        state.origin = {ray.org_x[lane], ray.org_y[lane], ray.org_z[lane]};
+        state.direction = {ray.dir_x[lane], ray.dir_y[lane], ray.dir_z[lane]};
+        state.throughput = laneOf(throughput, lane);
+        state.budget = {reflections[lane], budget.refractions, diffuse[lane], total[lane]};
+        state.cone = {cones.width[lane], cones.spread[lane]};
+        state.pdf = pdf[lane];
+        state.lightPick = pick[lane];
+        state.roughness = roughness[lane];
+        state.bounces = bounces;
+        state.lightsCounted = lightsCounted[lane] != 0;
+        state.lightsOnly = lightsOnly[lane] != 0;
+        state.straight = straight[lane] != 0;
+        state.seesBackground = false;
+        return state;
+    }
+};
+
+PacketTracer::PacketTracer(const CompiledScene& scene,
+                           const RenderOptions& options,
+                           const PathBudget& budget,
+                           bool gathers)
+    : scene_(scene)
+    , options_(options)
+    , lights_(scene, options)
+    , budget_(budget)
+    , constantSky_(scene.environment().isConstant())
+    , apply_(!gathers && !scene.hasTransparency() && scene.hasObjects() &&
+             !scene.scene().ground.visible) {
+    for (std::uint32_t i = 0; i < scene.scene().materials.size(); ++i)
+        skyOnly_ = skyOnly_ && !scene.material(i).emissive;
+    int number = 0;
+    for (const Light& light : scene.scene().lights) {
+        skyOnly_ = skyOnly_ && std::holds_alternative<DirectionalLight>(light);
+        hittable_ = hittable_ || !scene.lights().isDelta(number++);
+    }
+}
+
+LaneBsdf PacketTracer::bsdfOf(const Paths& paths, const SurfaceLanes& surface) const {
+    LaneMaterials material = surface.material;
+    // As PathTracer::vertexAt: what rough reflectors focus could be found only by chance.
+    if (!options_.caustics)
+        material.roughness = greatest(material.roughness, paths.roughness);
+    return {material, surface.normal, surface.toEye};
+}
+
+/// See PathTracer::setProbabilities.
+void PacketTracer::setProbabilities(const Paths& paths, LaneVertex& vertex) const {
+    const EnvironmentMap& sky = scene_.environment();
+    const bool evenSky = sky.diffuseShare() > 0.0F && !sky.isSampled();
+    const bool ambient = maxComponent(scene_.ambient()) > 0.0F;
+    const Int8 never{};
+    const Int8 always = ~never;
+    const Int8 spent = paths.total <= 0;
+    const Int8 noDiffuse = evenSky ? never : spent | (paths.diffuse <= 0);
+    const Int8 sees =
+        (scene_.lights().canBeHit() ? always : never) | (ambient ? paths.straight : never);
+    const Int8 noSpecular = (spent | (paths.reflections <= 0)) & ~sees;
+    const Float8 diffuse = noDiffuse ? Float8{} : vertex.bsdf.diffuseShare();
+    const Float8 specular = noSpecular ? Float8{} : vertex.bsdf.specularShare();
+    const Float8 sum = diffuse + specular;
+    const Float8 scale = sum > 0.0F ? 1.0F / sum : Float8{};
+    vertex.diffuse = diffuse * scale;
+    vertex.specular = specular * scale;
+}
+
+/// See PathTracer::bounded.
+Vec3x8 PacketTracer::bounded(const Paths& paths, const Vec3x8& light) const {
+    const float most = options_.brightestIndirect;
+    if (!(most > 0.0F) || paths.bounces == 0)
+        return light;
+    const Float8 brightest = largestOf(light);
+    return light * (brightest > most ? most / brightest : eight(1.0F));
+}
+
+/// Light of the surfaces that the paths of \p on have met, and where they go on. False when none
+/// does.
+bool PacketTracer::shade(Paths& paths,
+                         const SurfaceLanes& surface,
+                         const Int8& on,
+                         LaneColors& colors,
+                         RayCounts& counts) const {
+    LaneVertex vertex{surface, bsdfOf(paths, surface), on};
+    vertex.looks = paths.straight ? Int8{} + looksAtFirst : Int8{} + looksLater;
+    vertex.scattered = paths.bounces > 0;
+    setProbabilities(paths, vertex);
+    Vec3x8 light = lights_.direct(vertex, paths.sampler, counts);
+    light += vertex.bsdf.diffuseAlbedo() * Vec3x8(scene_.ambient()) * surface.material.occlusion;
+    colors.color += select(on, bounded(paths, paths.throughput * light), Vec3x8{});
+    paths.on = scatter(paths, vertex, counts);
+    return bitsOf(paths.on) != 0;
+}
+
+/// Chooses where each lane goes on, as PathTracer does; fewer lanes where chance ends paths.
+Int8 PacketTracer::scatter(Paths& paths, const LaneVertex& vertex, RayCounts& counts) const {
+    const LaneBsdf& bsdf = vertex.bsdf;
+    const SurfaceLanes& surface = vertex.surface;
+    if (bitsOf(vertex.on & (vertex.diffuse + vertex.specular > 0.0F)) == 0)
+        return Int8{};
+    Float8 u;
+    Float8 v;
+    paths.sampler.next2D(vertex.on, u, v);
+    Int8 diffuse = vertex.on & (vertex.diffuse > 0.0F);
+    LaneBsdf::Samples sample = bsdf.sampleDiffuse(u, v);
+    Float8 chance = vertex.diffuse;
+    if (bsdf.anyShines()) {
+        const Int8 asked = vertex.on & bsdf.shining();
+        const Float8 choice = paths.sampler.next1D(asked);
+        diffuse &= ~asked | (choice < vertex.diffuse);
+        const LaneBsdf::Samples mirrored = bsdf.sampleSpecular(u, v);
+        const Int8 specular = asked & ~diffuse & (choice - vertex.diffuse < vertex.specular);
+        sample.direction = select(diffuse, sample.direction, mirrored.direction);
+        sample.weight = select(diffuse, sample.weight, mirrored.weight);
+        sample.pdf = diffuse ? sample.pdf : mirrored.pdf;
+        sample.valid = (diffuse & sample.valid) | (specular & mirrored.valid);
+        chance = diffuse ? vertex.diffuse : vertex.specular;
+    } else {
+        sample.valid &= diffuse;
+    }
+    const Float8 below = least(dot(sample.direction, surface.flat), Float8{});
+    if (bitsOf(below < 0.0F) != 0)
+        sample.direction =
+            select(below < 0.0F, normalize(sample.direction - surface.flat * (2.0F * below)),
+                   sample.direction);
+    putRays(paths.packet.ray, surface, sample.direction);
+    paths.throughput = paths.throughput * sample.weight * (1.0F / chance);
+    paths.pdf = sample.pdf * chance;
+    paths.pick = lights_.picks(vertex);
+    paths.lightsOnly = (paths.total <= 0) | ((diffuse ? paths.diffuse : paths.reflections) <= 0);
+    paths.lightsCounted = diffuse;
+    paths.straight &= ~diffuse;
+    paths.cones.width = surface.footprint;
+    paths.cones.spread = diffuse ? eight(diffuseSpread) : paths.cones.spread + bsdf.alpha() * 0.25F;
+    paths.roughness = greatest(paths.roughness, diffuse ? eight(1.0F) : squareRoot(bsdf.alpha()));
+    paths.total -= 1;
+    paths.diffuse += diffuse;
+    paths.reflections -= 1 + diffuse;
+    ++paths.bounces;
+    const Float8 most = largestOf(paths.throughput);
+    Int8 on = vertex.on & sample.valid & (most > 0.0F);
+    if (paths.bounces > certainBounces) {
+        const Float8 survival = least(greatest(most, eight(leastChance)), eight(1.0F));
+        const Int8 asked = on & (survival < 1.0F);
+        on &= ~asked | (paths.sampler.next1D(asked) < survival);
+        paths.throughput = paths.throughput * (1.0F / survival);
+    }
+    countRays(on, diffuse, counts);
+    return on;
+}
+
+void PacketTracer::countRays(const Int8& on, const Int8& diffuse, RayCounts& counts) {
+    counts.diffuse += static_cast<std::uint64_t>(std::popcount(bitsOf(on & diffuse)));
+    counts.reflection += static_cast<std::uint64_t>(std::popcount(bitsOf(on & ~diffuse)));
+}
+
+/// Traces the rays on their way; the lanes that have met something.
+Int8 PacketTracer::query(Paths& paths) const {
+    RayHitPacket& packet = paths.packet;
+    for (int i = 0; i < packetWidth; ++i) {
+        packet.hit.geomID[i] = Hit::none;
+        packet.hit.instID[0][i] = Hit::none;
+    }
+    // Who only looks for lights behind everything need not know what is before them.
+    const Int8 asks = skyOnly_ ? paths.on & paths.lightsOnly : Int8{};
+    const Int8 goes = paths.on & ~asks;
+    if (bitsOf(asks) != 0)
+        scene_.structure().occludedScattered(packetMask(asks), packet.ray);
+    const Int8 blocked = asks & (load(packet.ray.tfar) < 0.0F);
+    if (bitsOf(goes) != 0)
+        scene_.structure().intersectScattered(packetMask(goes), packet);
+    return blocked | (goes & (load(packet.hit.geomID) != static_cast<int>(Hit::none)));
+}
+
+/// Follows the paths of \p asked to their ends one by one; the others stay.
+Int8 PacketTracer::goAlone(Paths& paths,
+                           const Int8& asked,
+                           LaneColors& colors,
+                           PathTracer& single) const {
+    for (std::size_t i = 0; i < packetWidth; ++i) {
+        if (asked[i] == 0)
+            continue;
+        Sampler sampler = paths.sampler.of(i);
+        colors.add(i, single.trace(paths.of(i, budget_), sampler).color);
+    }
+    return paths.on & ~asked;
+}
+
+/// Lights of the list that rays run into before anything else.
+void PacketTracer::seeLights(const Paths& paths,
+                             const Int8& met,
+                             LaneColors& colors,
+                             PathTracer& single) const {
+    const Int8 asked = paths.on & ~paths.lightsCounted & (skyOnly_ ? ~met : ~Int8{});
+    if (!hittable_ || bitsOf(asked) == 0)
+        return;
+    Vec3x8 seen;
+    for (std::size_t i = 0; i < packetWidth; ++i)
+        if (asked[i] != 0)
+            seen.set(i, single.lightsOnTheWay(paths.of(i, budget_),
+                                              met[i] != 0 ? paths.packet.ray.tfar[i] : infinity));
+    colors.color += select(asked, bounded(paths, paths.throughput * seen), Vec3x8{});
+}
+
+/// See PathTracer::leaving.
+void PacketTracer::leave(const Paths& paths,
+                         const Int8& left,
+                         LaneColors& colors,
+                         PathTracer& single) const {
+    const EnvironmentMap& sky = scene_.environment();
+    const Color even = sky.isBlack() ? Color{} : sky.mean();
+    Vec3x8 seen =
+        select(paths.straight, Vec3x8(even + scene_.ambient()), Vec3x8(even * sky.diffuseShare()));
+    if (!constantSky_)
+        for (std::size_t i = 0; i < packetWidth; ++i)
+            if (left[i] != 0)
+                seen.set(i, single.leaving(paths.of(i, budget_)));
+    colors.color += select(left, bounded(paths, paths.throughput * seen), Vec3x8{});
+}
+
+/// One more ray of each path and what it meets. False when no path goes on.
+bool PacketTracer::bounce(Paths& paths, LaneColors& colors, PathTracer& single) const {
+    Int8 met = query(paths);
+    const Int8 shaded = met & ~paths.lightsOnly;
+    std::optional<SurfaceLanes> surface;
+    if (bitsOf(shaded) != 0) {
+        surface.emplace(scene_, paths.packet, shaded, paths.cones);
+        if (const Int8 other = shaded & surface->other; bitsOf(other) != 0)
+            paths.on = goAlone(paths, other, colors, single);
+    }
+    if (!skyOnly_)
+        paths.on = goAlone(paths, met & paths.lightsOnly, colors, single);
+    met &= paths.on;
+    seeLights(paths, met, colors, single);
+    const Int8 left = paths.on & ~met;
+    if (bitsOf(left) != 0)
+        leave(paths, left, colors, single);
+    if (const Int8 blocked = met & paths.lightsOnly & paths.straight; bitsOf(blocked) != 0)
+        colors.color += select(blocked, paths.throughput * Vec3x8(scene_.ambient()), Vec3x8{});
+    const Int8 on = met & ~paths.lightsOnly;
+    return bitsOf(on) != 0 && shade(paths, *surface, on, colors, single.counts());
+}
+
+unsigned PacketTracer::trace(const LanePlaces& places,
+                             const RayCone& cone,
+                             const RayHitPacket& packet,
+                             LaneColors& colors,
+                             PathTracer& single) const {
+    const Int8 hit = load(packet.hit.geomID) != static_cast<int>(Hit::none);
+    if (bitsOf(hit) == 0)
+        return 0;
+    Paths paths(places, cone, budget_);
+    const SurfaceLanes surface(scene_, packet, hit, paths.cones);
+    const Int8 on = hit & ~surface.other;
+    if (bitsOf(on) != 0 && shade(paths, surface, on, colors, single.counts()))
+        while (bounce(paths, colors, single)) {
+        }
+    return bitsOf(hit & surface.other);
+}
+
+} // namespace qor::engine

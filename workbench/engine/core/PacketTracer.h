@@ -1,0 +1,77 @@
+#pragma once
+
+#include "workbench/engine/core/LaneLights.h"
+
+namespace qor::engine {
+
+/// What a packet of camera rays brought back.
+struct LaneColors {
+    Vec3x8 color;
+    Float8 alpha{};
+
+    void set(std::size_t lane, const Color& c, float a) {
+        color.set(lane, c);
+        alpha[lane] = a;
+    }
+
+    void add(std::size_t lane, const Color& c) {
+        color.x[lane] += c.x;
+        color.y[lane] += c.y;
+        color.z[lane] += c.z;
+    }
+};
+
+/// The short way for what products are mostly made of: opaque surfaces, matt or shining, without a
+/// coat. Eight paths are followed side by side and shaded at once, so that little but ray tracing
+/// is left; one that meets anything else goes on alone. It takes the same random numbers as
+/// PathTracer and shows the same. Scenes with see-through surfaces or a ground, and gathered light,
+/// go the long way altogether.
+class PacketTracer {
+public:
+    PacketTracer(const CompiledScene& scene,
+                 const RenderOptions& options,
+                 const PathBudget& budget,
+                 bool gathers);
+
+    /// Whether this scene takes the short way.
+    bool apply() const { return apply_; }
+
+    /// Adds to \p colors what the lanes of \p packet see that have hit something. Returns the lanes
+    /// that it leaves alone, one bit each: they see what packets do not shade.
+    unsigned trace(const LanePlaces& places,
+                   const RayCone& cone,
+                   const RayHitPacket& packet,
+                   LaneColors& colors,
+                   PathTracer& single) const;
+
+private:
+    struct Paths;
+
+    bool shade(Paths& paths,
+               const SurfaceLanes& surface,
+               const Int8& on,
+               LaneColors& colors,
+               RayCounts& counts) const;
+    LaneBsdf bsdfOf(const Paths& paths, const SurfaceLanes& surface) const;
+    void setProbabilities(const Paths& paths, LaneVertex& vertex) const;
+    Vec3x8 bounded(const Paths& paths, const Vec3x8& light) const;
+    Int8 scatter(Paths& paths, const LaneVertex& vertex, RayCounts& counts) const;
+    static void countRays(const Int8& on, const Int8& diffuse, RayCounts& counts);
+    Int8 query(Paths& paths) const;
+    Int8 goAlone(Paths& paths, const Int8& asked, LaneColors& colors, PathTracer& single) const;
+    void
+    seeLights(const Paths& paths, const Int8& met, LaneColors& colors, PathTracer& single) const;
+    void leave(const Paths& paths, const Int8& left, LaneColors& colors, PathTracer& single) const;
+    bool bounce(Paths& paths, LaneColors& colors, PathTracer& single) const;
+
+    const CompiledScene& scene_;
+    const RenderOptions& options_;
+    LaneLights lights_;
+    PathBudget budget_;
+    bool skyOnly_ = true;   ///< what shines is infinitely far away
+    bool hittable_ = false; ///< rays may run into lights of the list
+    bool constantSky_ = false;
+    bool apply_ = false;
+};
+
+} // namespace qor::engine
