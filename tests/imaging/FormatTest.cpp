@@ -34,21 +34,6 @@ std::string endingOf(std::string_view keyword) {
     return keyword == "TGA" ? ".tga" : keyword == "PICT" ? ".pict" : ".any";
 }
 
-/// The tag of a little-endian TIFF file's first directory; 0 when it is not there.
-std::uint32_t tiffTag(const std::string& bytes, std::uint32_t wanted) {
-    const auto number = [&](std::size_t at, int size) {
-        std::uint32_t value = 0;
-        for (int i = 0; i < size; ++i)
-            value |= std::uint32_t{static_cast<std::uint8_t>(bytes.at(at + i))} << (8 * i);
-        return value;
-    };
-    const std::uint32_t directory = number(4, 4);
-    for (std::uint32_t i = 0; i < number(directory, 2); ++i)
-        if (number(directory + 2 + 12 * i, 2) == wanted)
-            return number(directory + 2 + 12 * i + 8, 2);
-    return 0;
-}
-
 class PictureFormats : public ImagingTest {};
 
 TEST_F(PictureFormats, AreTheElevenInTheOrderOfTheDialogs) {
@@ -244,21 +229,6 @@ TEST_F(PictureFormats, GreyPicturesStayColourFiles) {
         EXPECT_LE(largestDifference(convertedPixels(path, "rgb"), *grey->GetPixels()), 1)
             << row.keyword;
     }
-}
-
-TEST_F(PictureFormats, PackBitsIsPackBits) {
-    constexpr std::uint32_t compression = 259;
-    const auto picture = makeGradient(40, 24, 3);
-    write(*picture, "TIFF", "plain.tif");
-    write(*picture, "TIFFPB", "packed.tif");
-    EXPECT_EQ(tiffTag(directory.Read("plain.tif"), compression), 1U);
-    EXPECT_EQ(tiffTag(directory.Read("packed.tif"), compression), 32773U);
-}
-
-TEST_F(PictureFormats, RgbIsSgi) {
-    write(*makeGradient(40, 24, 3), "RGB", "picture.rgb");
-    const std::string bytes = directory.Read("picture.rgb");
-    EXPECT_EQ(bytes.substr(0, 2), "\x01\xDA");
 }
 
 TEST_F(PictureFormats, JpegQualitiesDiffer) {

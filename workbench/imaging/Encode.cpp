@@ -125,6 +125,8 @@ void describe(Magick::Image& image, const PictureFormat& format) {
     }
     // Never grey or indexed, so that what is written does not depend on what is shown.
     image.type(image.matte() ? Magick::TrueColorMatteType : Magick::TrueColorType);
+    image.defineValue("png", "color-type", image.matte() ? "6" : "2");
+    image.defineValue("png", "bit-depth", "8");
     image.renderingIntent(Magick::PerceptualIntent);
     if (format.quality != 0) {
         image.quality(static_cast<std::size_t>(format.quality));
