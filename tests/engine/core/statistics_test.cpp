@@ -131,21 +131,27 @@ struct Moments {
     }
 };
 
-/// Share of pixels that Welch's Z finds the same; significance 0.01 for the whole picture by
+/// Whether Welch's Z, kept below \p limit, finds a channel of a pixel the same.
+bool isAlike(const Moments& short_, const Image& long_, std::size_t i, double limit) {
+    const double mean = short_.sum[i] / seeds;
+    const double variance = std::max(0.0, (short_.squares[i] - seeds * mean * mean) / (seeds - 1));
+    const double rounding = 2e-5 * (mean + 0.01);
+    const double deviation = std::sqrt(variance * (1.0 / seeds + 1.0 / length)) + rounding;
+    return std::abs(mean - long_.rgba[i]) <= limit * deviation;
+}
+
+/// Share of pixels that are the same in every colour; significance 0.01 for the whole picture by
 /// Sidak's correction.
 double sharesAlike(const Moments& short_, const Image& long_) {
     const std::size_t pixels = long_.rgba.size() / 4;
-    const double perPixel = 1.0 - std::pow(0.99, 1.0 / static_cast<double>(pixels));
-    const double limit = -quantile(0.5 * perPixel);
+    const double perTest = 1.0 - std::pow(0.99, 1.0 / static_cast<double>(3 * pixels));
+    const double limit = -quantile(0.5 * perTest);
     std::size_t alike = 0;
-    for (std::size_t i = 0; i < long_.rgba.size(); i += 4) {
-        const double mean = short_.sum[i] / seeds;
-        const double variance =
-            std::max(0.0, (short_.squares[i] - seeds * mean * mean) / (seeds - 1));
-        const double rounding = 2e-5 * (mean + 0.01);
-        const double deviation = std::sqrt(variance * (1.0 / seeds + 1.0 / length)) + rounding;
-        alike += std::abs(mean - long_.rgba[i]) <= limit * deviation ? 1 : 0;
-    }
+    for (std::size_t i = 0; i < long_.rgba.size(); i += 4)
+        alike += isAlike(short_, long_, i, limit) && isAlike(short_, long_, i + 1, limit) &&
+                         isAlike(short_, long_, i + 2, limit)
+                     ? 1
+                     : 0;
     return static_cast<double>(alike) / static_cast<double>(pixels);
 }
 
