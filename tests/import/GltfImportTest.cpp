@@ -11,7 +11,7 @@ using nlohmann::json;
 namespace {
 
 Imported importText(const GltfBuilder& gltf) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeText(folder / "model.gltf", gltf.text());
     Imported imported = import(folder / "model.gltf");
     EXPECT_TRUE(imported.result) << imported.result.failure().text;
@@ -61,7 +61,7 @@ TEST(GltfImport, AMeshIsStoredOnceAndNodesOfOneNameStayApart) {
 }
 
 TEST(GltfImport, ABinaryFileGivesTheSameProduct) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     GltfBuilder gltf;
     gltf.scene({gltf.node({{"mesh", gltf.triangle()}, {"name", "a"}})});
     writeText(folder / "model.gltf", gltf.text());

@@ -203,7 +203,7 @@ const std::vector<Lie> lies{
 } // namespace
 
 TEST(HostileModel, EveryLieOfAGltfFileIsRefusedAndNamed) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     const auto file = folder / "lie.gltf";
     for (const Lie& lie : lies) {
         GltfBuilder gltf = soundGltf();
@@ -219,7 +219,7 @@ TEST(HostileModel, EveryLieOfAGltfFileIsRefusedAndNamed) {
 }
 
 TEST(HostileModel, JsonThatIsWrongOrTooDeepIsRefused) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     for (const std::string& text :
          {std::string("{"), std::string("{} {}"), "{\"a\":" + std::string(100'000, '['),
           "{\"asset\":" + std::string(300, '[') + std::string(300, ']') + "}"}) {
@@ -232,7 +232,7 @@ TEST(HostileModel, JsonThatIsWrongOrTooDeepIsRefused) {
 }
 
 TEST(HostileModel, ATextureOutsideTheFolderIsLeftOutAndSaid) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     std::filesystem::create_directory(folder / "model");
     writeText(folder / "secret.bmp", smallBmp());
     std::filesystem::create_symlink(folder / "secret.bmp", folder / "model" / "link.bmp");
@@ -253,7 +253,7 @@ TEST(HostileModel, ATextureOutsideTheFolderIsLeftOutAndSaid) {
 }
 
 TEST(HostileModel, APictureThatIsNoneIsLeftOutAndSaid) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     for (const std::string& bytes :
          {std::string("push graphic-context\nimage over 0,0 0,0 '/etc/passwd'"),
           std::string("\x89PNG\r\n\x1a\nrubbish"), std::string("BM"), std::string()}) {
@@ -272,7 +272,7 @@ TEST(HostileModel, APictureThatIsNoneIsLeftOutAndSaid) {
 }
 
 TEST(HostileModel, APictureThatIsTooLargeIsLeftOutAndSaid) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     std::string bmp = smallBmp();
     bmp.replace(18, 4, std::string("\x00\x00\x01\x00", 4)); // a width of 65536
     writeText(folder / "large.bmp", bmp);
@@ -289,7 +289,7 @@ TEST(HostileModel, APictureThatIsTooLargeIsLeftOutAndSaid) {
 }
 
 TEST(HostileModel, WhatIsNoFileIsNotWaitedFor) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     writeText(folder / "a.mtl", "newmtl a\nmap_Kd pipe\n");
     const std::string triangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\nusemtl a\nf 1 2 3\n";
@@ -302,7 +302,7 @@ TEST(HostileModel, WhatIsNoFileIsNotWaitedFor) {
 }
 
 TEST(HostileModel, ANodeThatIsARootTwiceOrAChildTooStandsOnce) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     GltfBuilder gltf = soundGltf();
     const int above = gltf.node({{"children", {0}}});
     gltf.json["scenes"][0]["nodes"] = {above, above, 0};
@@ -319,7 +319,7 @@ TEST(HostileModel, ANodeThatIsARootTwiceOrAChildTooStandsOnce) {
 }
 
 TEST(HostileModel, TrianglesWithoutNumbersAreLeftOut) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     const float nan = std::numeric_limits<float>::quiet_NaN();
     GltfBuilder gltf;
     const int positions = gltf.floats({0, 0, 0, 1, 0, 0, 0, 1, 0, nan, 0, 0}, "VEC3");
@@ -336,7 +336,7 @@ TEST(HostileModel, TrianglesWithoutNumbersAreLeftOut) {
 }
 
 TEST(HostileModel, BrokenFilesOfEveryKindAreRefusedByName) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
 
     struct Broken {
         const char* name;
@@ -373,11 +373,11 @@ TEST(HostileModel, BrokenFilesOfEveryKindAreRefusedByName) {
         EXPECT_NE(text.find(broken.says), std::string::npos) << text;
     }
     EXPECT_FALSE(import(folder / "missing.step").result);
-    EXPECT_FALSE(import(folder.path()).result);
+    EXPECT_FALSE(import(folder.GetFolder()).result);
 }
 
 TEST(HostileModel, AMislabelledFileOpensAsWhatItIs) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeText(folder / "really.step", soundGltf().binary());
     Imported imported = import(folder / "really.step");
     EXPECT_TRUE(imported.result) << imported.result.failure().text;

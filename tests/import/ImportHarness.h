@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/document/product/TemporaryFolder.h"
+#include "tests/support/QorTempDirectory.h"
 #include "workbench/document/product/ProductQuery.h"
 #include "workbench/import/model/ModelReader.h"
 
@@ -11,8 +11,6 @@
 #include <vector>
 
 namespace qor::import::testing {
-
-using document::testing::TemporaryFolder;
 
 /// One import in this process, with everything that it reported.
 struct Imported {

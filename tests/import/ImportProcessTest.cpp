@@ -1,6 +1,6 @@
 #include "workbench/import/process/ImportProcess.h"
 
-#include "tests/document/product/TemporaryFolder.h"
+#include "tests/support/QorTempDirectory.h"
 #include "workbench/document/product/ProductFile.h"
 
 #include <gtest/gtest.h>
@@ -13,13 +13,11 @@
 
 using namespace qor::import;
 using namespace std::chrono_literals;
-using qor::document::testing::entryCount;
-using qor::document::testing::TemporaryFolder;
 
 namespace {
 
 // A child that is a shell script: it gets MODEL and OUT.qor as $1 and $2.
-std::filesystem::path script(const TemporaryFolder& folder, const std::string& body) {
+std::filesystem::path script(const QorTempDirectory& folder, const std::string& body) {
     const auto file = folder / "child";
     std::ofstream(file) << "#!/bin/sh\n" << body << "\n";
     chmod(file.c_str(), 0700);
@@ -69,7 +67,7 @@ const auto behaviours = std::to_array<Behaviour>({
 } // namespace
 
 TEST(ImportProcess, EveryEndIsToldApartAndNamesTheModel) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     for (const Behaviour& behaviour : behaviours) {
         const ImportOutcome outcome = outcomeOf(requestFor(script(folder, behaviour.body)));
         EXPECT_EQ(outcome.end, behaviour.end) << behaviour.body;
@@ -86,7 +84,7 @@ TEST(ImportProcess, AProgramThatIsMissingIsSaid) {
 }
 
 TEST(ImportProcess, ProgressAndWarningsArriveInOrder) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     std::vector<std::string> heard;
     ImportProcess process([&heard](const ProgressLine& line) {
         heard.push_back(line.kind == ProgressKind::Warning ? line.text : line.stage);
@@ -100,7 +98,7 @@ echo '{"event":"done"}')")));
 }
 
 TEST(ImportProcess, CancelKillsTheChildAndRemovesWhatItWasWriting) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ImportRequest request =
         requestFor(script(folder, R"(touch "$(dirname "$2")/.$(basename "$2").$$.unfinished"
 echo '{"event":"progress","stage":"write"}'
@@ -110,17 +108,17 @@ exec sleep 600)"));
     process.start(request);
     while (!started && process.poll())
         continue;
-    ASSERT_EQ(entryCount(folder.path()), 2);
+    ASSERT_EQ(folder.List().size(), 2U);
     process.cancel();
     ASSERT_TRUE(process.outcome());
     EXPECT_EQ(process.outcome()->end, ImportEnd::Cancelled);
     EXPECT_EQ(process.outcome()->text, "/models/gear.step: the import was cancelled");
     EXPECT_EQ(process.descriptor(), -1);
-    EXPECT_EQ(entryCount(folder.path()), 1);
+    EXPECT_EQ(folder.List().size(), 1U);
 }
 
 TEST(ImportProcess, TimeOutEndsAChildThatHangs) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ImportRequest request = requestFor(script(folder, "exec sleep 600"));
     request.timeout = 1000ms;
     const auto start = std::chrono::steady_clock::now();
@@ -131,14 +129,14 @@ TEST(ImportProcess, TimeOutEndsAChildThatHangs) {
 }
 
 TEST(ImportProcess, AChildThatClosesItsOutputAndHangsIsStillTimedOut) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ImportRequest request = requestFor(script(folder, "exec sleep 600 >&-"));
     request.timeout = 300ms;
     EXPECT_EQ(outcomeOf(request).end, ImportEnd::TimedOut);
 }
 
 TEST(ImportProcess, TheMemoryCapReachesTheChild) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ImportRequest request = requestFor(script(
         folder, R"(echo '{"event":"warning","text":"'$(ulimit -v)'"}'; echo '{"event":"done"}')"));
     request.memoryBytes = std::uint64_t{512} << 20;
@@ -150,7 +148,7 @@ TEST(ImportProcess, TheMemoryCapReachesTheChild) {
 }
 
 TEST(ImportProcess, OptionsAndNamesWithDashesReachTheChild) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ImportRequest request = requestFor(
         script(folder, R"(echo '{"event":"warning","text":"'"$*"'"}'; echo '{"event":"done"}')"));
     request.model = "-gear.step";
@@ -165,7 +163,7 @@ TEST(ImportProcess, OptionsAndNamesWithDashesReachTheChild) {
 }
 
 TEST(ImportProcess, AnAbandonedObjectLeavesNoChild) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     std::string heard;
     {
         ImportProcess process([&heard](const ProgressLine& line) { heard = line.text; });

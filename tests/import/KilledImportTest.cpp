@@ -1,6 +1,6 @@
 #include "tests/document/product/SampleProduct.h"
-#include "tests/document/product/TemporaryFolder.h"
 #include "tests/import/RealImport.h"
+#include "tests/support/QorTempDirectory.h"
 #include "workbench/document/product/ProductFile.h"
 
 #include <gtest/gtest.h>
@@ -12,11 +12,9 @@ using namespace qor::import;
 using namespace qor::import::testing;
 using namespace std::chrono_literals;
 using qor::document::readProduct;
-using qor::document::testing::entryCount;
-using qor::document::testing::TemporaryFolder;
 
 TEST(KilledImport, AtAnyMomentTheTargetIsTheOldOneOrTheNewOne) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     const auto old = qor::document::testing::sampleProduct();
     ASSERT_TRUE(writeProduct(folder / "a.qor", old));
     writePlyGrid(folder / "a.ply", 150);
@@ -42,13 +40,13 @@ TEST(KilledImport, AtAnyMomentTheTargetIsTheOldOneOrTheNewOne) {
         auto read = readProduct(folder / "a.qor");
         ASSERT_TRUE(read) << read.failure().text;
         EXPECT_TRUE(read.value() == old || read.value().name == "a");
-        EXPECT_EQ(entryCount(folder.path()), 2);
+        EXPECT_EQ(folder.List().size(), 2U);
     }
     EXPECT_GT(cancelled, 0);
 }
 
 TEST(KilledImport, TooLittleMemoryIsSaidAndLeavesTheTarget) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     const auto old = qor::document::testing::sampleProduct();
     ASSERT_TRUE(writeProduct(folder / "a.qor", old));
     writePlyGrid(folder / "a.ply", 1200);
@@ -62,11 +60,11 @@ TEST(KilledImport, TooLittleMemoryIsSaidAndLeavesTheTarget) {
     auto read = readProduct(folder / "a.qor");
     ASSERT_TRUE(read) << read.failure().text;
     EXPECT_EQ(read.value(), old);
-    EXPECT_EQ(entryCount(folder.path()), 2);
+    EXPECT_EQ(folder.List().size(), 2U);
 }
 
 TEST(KilledImport, AFolderThatMayNotBeWrittenIsSaid) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writePlyGrid(folder / "a.ply", 2);
     const ImportRequest request = realRequest(folder / "a.ply", folder / "missing" / "a.qor");
     ImportProcess process({});

@@ -79,7 +79,7 @@ void expectCube(Imported& imported) {
 } // namespace
 
 TEST(MeshFileImport, StlInTextAndBinaryGiveTheSameCube) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeText(folder / "a.stl", asciiStl());
     writeText(folder / "b.stl", binaryStl());
     Imported text = import(folder / "a.stl");
@@ -89,14 +89,14 @@ TEST(MeshFileImport, StlInTextAndBinaryGiveTheSameCube) {
 }
 
 TEST(MeshFileImport, PlyGivesTheCube) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeText(folder / "a.ply", ply());
     Imported imported = import(folder / "a.ply");
     expectCube(imported);
 }
 
 TEST(MeshFileImport, OneObjectIsOneNodeWithTheNameOfTheFileWhereItHasNone) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeText(folder / "bracket.ply", ply());
     writeText(folder / "wheel.stl", binaryStl());
     writeText(folder / "named.stl", asciiStl());
@@ -117,7 +117,7 @@ TEST(MeshFileImport, OneObjectIsOneNodeWithTheNameOfTheFileWhereItHasNone) {
 }
 
 TEST(MeshFileImport, ColoursOfVerticesHaveAWhiteMaterialUnderThem) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeText(folder / "a.obj", "v 0 0 0 1 0 0\nv 1 0 0 0 1 0\nv 0 1 0 0 0 1\nf 1 2 3\n");
     Imported imported = import(folder / "a.obj");
     ASSERT_TRUE(imported.result) << imported.result.failure().text;
@@ -128,7 +128,7 @@ TEST(MeshFileImport, ColoursOfVerticesHaveAWhiteMaterialUnderThem) {
 }
 
 TEST(MeshFileImport, TextStlMayBeginWithBlanksAndShout) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     std::string text = " \r\n" + asciiStl();
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
@@ -138,7 +138,7 @@ TEST(MeshFileImport, TextStlMayBeginWithBlanksAndShout) {
 }
 
 TEST(MeshFileImport, DamagedPlyIsRefusedWithThePlace) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     const auto expectRefused = [&](std::string text, const char* from, const char* to,
                                    const char* says) {
         const std::size_t at = text.rfind(from);
@@ -159,7 +159,7 @@ TEST(MeshFileImport, DamagedPlyIsRefusedWithThePlace) {
 }
 
 TEST(MeshFileImport, ObjKeepsObjectsMaterialsAndPictures) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeText(folder / "four.bmp", smallBmp());
     writeText(folder / "a.mtl", "newmtl paint\nKd 1 0 0\nNs 100\nd 0.5\nmap_Kd four.bmp\n"
                                 "newmtl plain\nKd 0 1 0\n");

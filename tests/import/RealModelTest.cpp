@@ -1,5 +1,5 @@
-#include "tests/document/product/TemporaryFolder.h"
 #include "tests/import/RealImport.h"
+#include "tests/support/QorTempDirectory.h"
 #include "workbench/document/product/ProductFile.h"
 #include "workbench/document/product/ProductQuery.h"
 
@@ -10,7 +10,6 @@
 
 using namespace qor::import;
 using namespace qor::import::testing;
-using qor::document::testing::TemporaryFolder;
 
 namespace {
 
@@ -36,7 +35,7 @@ TEST(RealModel, TreesAndUnitsAreAsKnown) {
     const char* folderName = std::getenv("QOR_MODELS_DIR");
     ASSERT_NE(folderName, nullptr);
     int checked = 0;
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     for (const KnownModel& known : knownModels) {
         const auto model = std::filesystem::path(folderName) / known.name;
         if (!std::filesystem::exists(model))

@@ -47,7 +47,7 @@ constexpr std::array<double, 3> yellow{1, 1, 0};
 } // namespace
 
 TEST(ShapeImport, NestedRepeatedAssembliesUnfoldAndShareTheirParts) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeStepMachine(folder / "machine.step", "MM");
     Imported imported = import(folder / "machine.step");
     ASSERT_TRUE(imported.result) << imported.result.failure().text;
@@ -64,7 +64,7 @@ TEST(ShapeImport, NestedRepeatedAssembliesUnfoldAndShareTheirParts) {
 }
 
 TEST(ShapeImport, ColoursOfFacesInstancesAndAssembliesFindTheirWay) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeStepMachine(folder / "machine.step", "MM");
     Imported imported = import(folder / "machine.step");
     ASSERT_TRUE(imported.result) << imported.result.failure().text;
@@ -78,7 +78,7 @@ TEST(ShapeImport, ColoursOfFacesInstancesAndAssembliesFindTheirWay) {
 }
 
 TEST(ShapeImport, EveryUnitEndsInTheSameMillimetres) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
 
     struct Unit {
         const char* keyword;
@@ -103,7 +103,7 @@ TEST(ShapeImport, EveryUnitEndsInTheSameMillimetres) {
 }
 
 TEST(ShapeImport, PlacementsOfOneShapeInABrepFileShareAMesh) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeBrepCylinders(folder / "two.brep");
     Imported imported = import(folder / "two.brep");
     ASSERT_TRUE(imported.result) << imported.result.failure().text;
@@ -113,7 +113,7 @@ TEST(ShapeImport, PlacementsOfOneShapeInABrepFileShareAMesh) {
 }
 
 TEST(ShapeImport, NormalsAreThoseOfTheSurface) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeBrepCylinders(folder / "two.brep");
     Imported imported = import(folder / "two.brep");
     ASSERT_TRUE(imported.result) << imported.result.failure().text;
@@ -134,7 +134,7 @@ TEST(ShapeImport, NormalsAreThoseOfTheSurface) {
 }
 
 TEST(ShapeImport, TrianglesFaceOutward) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeStepMachine(folder / "machine.step", "MM");
     Imported imported = import(folder / "machine.step");
     ASSERT_TRUE(imported.result) << imported.result.failure().text;
@@ -158,7 +158,7 @@ TEST(ShapeImport, TrianglesFaceOutward) {
 }
 
 TEST(ShapeImport, AFinerAngleMakesMoreTriangles) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeBrepCylinders(folder / "two.brep");
     Imported coarse = import(folder / "two.brep", ImportSettings{1, 40});
     Imported fine = import(folder / "two.brep", ImportSettings{0.001, 5});
@@ -168,7 +168,7 @@ TEST(ShapeImport, AFinerAngleMakesMoreTriangles) {
 }
 
 TEST(ShapeImport, EdgesAreThoseOfThePartWithoutSeams) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeBrepCylinders(folder / "two.brep");
     Imported imported = import(folder / "two.brep");
     ASSERT_TRUE(imported.result);
@@ -181,7 +181,7 @@ TEST(ShapeImport, EdgesAreThoseOfThePartWithoutSeams) {
 }
 
 TEST(ShapeImport, AThousandInstancesShareOneMesh) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeStepGrid(folder / "grid.step", 1000);
     Imported imported = import(folder / "grid.step");
     ASSERT_TRUE(imported.result) << imported.result.failure().text;
@@ -190,7 +190,7 @@ TEST(ShapeImport, AThousandInstancesShareOneMesh) {
 }
 
 TEST(ShapeImport, ProgressNeverFalls) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeStepMachine(folder / "machine.step", "MM");
     const Imported imported = import(folder / "machine.step");
     ASSERT_GE(imported.fractions.size(), 3U);
@@ -199,7 +199,7 @@ TEST(ShapeImport, ProgressNeverFalls) {
 }
 
 TEST(ShapeImport, StepNumbersAreReadUnderADecimalComma) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeStepMachine(folder / "machine.step", "INCH");
     const DecimalComma comma;
     Imported imported = import(folder / "machine.step");
@@ -209,7 +209,7 @@ TEST(ShapeImport, StepNumbersAreReadUnderADecimalComma) {
 }
 
 TEST(ShapeImport, SubstancesShineAsTheyDoInLife) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeStepSubstances(folder / "samples.step");
     Imported imported = import(folder / "samples.step");
     ASSERT_TRUE(imported.result) << imported.result.failure().text;

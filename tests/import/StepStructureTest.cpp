@@ -44,7 +44,7 @@ void expectRefusal(const std::filesystem::path& file, const std::string& says) {
 } // namespace
 
 TEST(StepStructure, AnAssemblyThatContainsItselfIsRefused) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeText(folder / "circle.step", structureOnly(3, {{0, 1}, {1, 2}, {2, 0}}));
     expectRefusal(folder / "circle.step", "contains itself");
     writeText(folder / "self.step", structureOnly(1, {{0, 0}}));
@@ -52,7 +52,7 @@ TEST(StepStructure, AnAssemblyThatContainsItselfIsRefused) {
 }
 
 TEST(StepStructure, DoublingTheSameSubAssemblySixtyTimesIsRefused) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     std::vector<std::pair<int, int>> usages;
     for (int i = 0; i < 60; ++i)
         usages.insert(usages.end(), {{i, i + 1}, {i, i + 1}});
@@ -61,7 +61,7 @@ TEST(StepStructure, DoublingTheSameSubAssemblySixtyTimesIsRefused) {
 }
 
 TEST(StepStructure, FiftyThousandLevelsAreRefused) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     std::vector<std::pair<int, int>> usages;
     for (int i = 0; i < 50'000; ++i)
         usages.emplace_back(i, i + 1);
@@ -70,13 +70,13 @@ TEST(StepStructure, FiftyThousandLevelsAreRefused) {
 }
 
 TEST(StepStructure, AStructureWithoutShapesIsRefused) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeText(folder / "bare.step", structureOnly(2, {{0, 1}}));
     expectRefusal(folder / "bare.step", "no ");
 }
 
 TEST(StepStructure, AnAbsurdUnitIsRefused) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeStepMachine(folder / "inch.step", "INCH");
     const std::string text = readText(folder / "inch.step");
     const std::regex factor("LENGTH_MEASURE_WITH_UNIT\\(25\\.4,");
@@ -90,7 +90,7 @@ TEST(StepStructure, AnAbsurdUnitIsRefused) {
 }
 
 TEST(StepStructure, WhatCannotBeReadAndWhatNamesItAreCounted) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeStepMachine(folder / "a.step", "MM");
     std::string text = readText(folder / "a.step");
     const std::size_t color = text.find("DRAUGHTING_PRE_DEFINED_COLOUR(");
@@ -106,7 +106,7 @@ TEST(StepStructure, WhatCannotBeReadAndWhatNamesItAreCounted) {
 }
 
 TEST(StepStructure, TruncationIsRefusedOrLeavesOutWhatIsMissing) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     writeStepMachine(folder / "whole.step", "MM");
     const std::string whole = readText(folder / "whole.step");
     for (std::size_t length = 0; length < whole.size(); length += whole.size() / 17) {

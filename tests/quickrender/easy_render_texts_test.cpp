@@ -1,41 +1,20 @@
 // The catalogs of the quick render, in every language that there is.
-#include "platform/text/QorCatalogFile.h"
 #include "platform/text/QorMsgCatalog.h"
 #include "platform/vis/QorRdgPictureFormats.h"
 #include "tests/quickrender/EasyRenderTest.h"
+#include "tests/support/CatalogTexts.h"
 
 #include <filesystem>
-#include <iterator>
 #include <set>
 
 namespace {
 
-class EasyRenderTexts : public EasyRenderTest {
-protected:
-    static QorCatalogEntries Read(const std::string& iFile) {
-        std::ifstream file(std::string(QOR_RESOURCES "/messages/") + iFile, std::ios::binary);
-        EXPECT_TRUE(file.is_open()) << iFile;
-        QorCatalogEntries entries;
-        QorReadCatalogText(std::string(std::istreambuf_iterator<char>(file), {}), iFile, entries);
-        return entries;
-    }
+using EasyRenderTexts = EasyRenderTest;
+using QorCatalogTexts::ExpectTexts;
 
-    static void ExpectTexts(const QorDialog& iAround) {
-        std::vector<QorDialog*> widgets = iAround.GetWidgets();
-        for (const QorDialog* widget : widgets) {
-            EXPECT_FALSE(widget->GetTitle().IsNull()) << widget->GetName();
-            EXPECT_FALSE(widget->GetShortHelp().IsNull()) << widget->GetName();
-            EXPECT_FALSE(widget->GetLongHelp().IsNull()) << widget->GetName();
-        }
-        EXPECT_FALSE(iAround.GetTitle().IsNull());
-        EXPECT_FALSE(iAround.GetShortHelp().IsNull());
-        EXPECT_FALSE(iAround.GetLongHelp().IsNull());
-    }
-
-    static constexpr const char* catalogs[] = {"QorRdgEasyRenderDialog", "QorRdgPictureProgress",
-                                               "QorRdgShootingPictureFrame", "QorFMNotify",
-                                               "QorFMAppFrameMsg"};
-};
+constexpr const char* catalogs[] = {"QorRdgEasyRenderDialog", "QorRdgPictureProgress",
+                                    "QorRdgShootingPictureFrame", "QorFMNotify",
+                                    "QorFMAppFrameMsg"};
 
 TEST_F(EasyRenderTexts, EveryWidgetHasATitleATooltipAndAHelpInEveryLanguage) {
     for (const char* tongue : {"en", "fr", "de"}) {
@@ -63,24 +42,8 @@ TEST_F(EasyRenderTexts, EveryButtonHasAnIconThatThereIs) {
 }
 
 TEST_F(EasyRenderTexts, TranslationsHaveTheSameKeysAndTheirOwnWords) {
-    for (const char* catalog : catalogs) {
-        const QorCatalogEntries plain = Read(std::string(catalog) + ".QorMsg");
-        EXPECT_FALSE(plain.empty()) << catalog;
-        for (const char* tongue : {"fr", "de"}) {
-            const QorCatalogEntries translated =
-                Read(std::string(tongue) + "/" + catalog + ".QorMsg");
-            EXPECT_EQ(translated.size(), plain.size()) << tongue << " " << catalog;
-            for (const auto& [key, text] : plain) {
-                const auto found = translated.find(key);
-                ASSERT_NE(found, translated.end()) << tongue << " lacks " << key;
-                EXPECT_FALSE(found->second.empty()) << tongue << " " << key;
-                if (key.ends_with("Help") || key.ends_with("Title")) {
-                    EXPECT_TRUE(found->second != text || text == "-" || text == "Options")
-                        << tongue << " " << key << " is not translated";
-                }
-            }
-        }
-    }
+    for (const char* catalog : catalogs)
+        QorCatalogTexts::ExpectTranslated(catalog, {"Help", "Title"}, {"-", "Options"});
 }
 
 TEST_F(EasyRenderTexts, MessagesNameWhatTheyAreAbout) {

@@ -1,33 +1,14 @@
 // The catalogs of the options dialog, in every language that there is.
-#include "platform/text/QorCatalogFile.h"
-#include "platform/text/QorMsgCatalog.h"
 #include "tests/quickrender/OptionsDialogTest.h"
-
-#include <fstream>
-#include <iterator>
+#include "tests/support/CatalogTexts.h"
 
 namespace {
 
-class OptionsTexts : public OptionsDialogTest {
-protected:
-    static QorCatalogEntries Read(const std::string& iFile) {
-        std::ifstream file(std::string(QOR_RESOURCES "/messages/") + iFile, std::ios::binary);
-        EXPECT_TRUE(file.is_open()) << iFile;
-        QorCatalogEntries entries;
-        QorReadCatalogText(std::string(std::istreambuf_iterator<char>(file), {}), iFile, entries);
-        return entries;
-    }
-};
+using OptionsTexts = OptionsDialogTest;
 
 TEST_F(OptionsTexts, EveryWidgetHasATitleATooltipAndAHelp) {
     opener->Open();
-    std::vector<QorDialog*> widgets = opener->options->GetWidgets();
-    widgets.push_back(opener->options);
-    for (const QorDialog* widget : widgets) {
-        EXPECT_FALSE(widget->GetTitle().IsNull()) << widget->GetName();
-        EXPECT_FALSE(widget->GetShortHelp().IsNull()) << widget->GetName();
-        EXPECT_FALSE(widget->GetLongHelp().IsNull()) << widget->GetName();
-    }
+    QorCatalogTexts::ExpectTexts(*opener->options);
 }
 
 TEST_F(OptionsTexts, LinesComeFromTheCatalog) {
@@ -37,21 +18,7 @@ TEST_F(OptionsTexts, LinesComeFromTheCatalog) {
 }
 
 TEST_F(OptionsTexts, TranslationsHaveTheSameKeysAndTheirOwnWords) {
-    const QorCatalogEntries plain = Read("QorRdgOptionsDialog.QorMsg");
-    EXPECT_GT(plain.size(), 20U);
-    for (const char* tongue : {"fr", "de"}) {
-        const QorCatalogEntries translated =
-            Read(std::string(tongue) + "/QorRdgOptionsDialog.QorMsg");
-        EXPECT_EQ(translated.size(), plain.size()) << tongue;
-        for (const auto& [key, text] : plain) {
-            const auto found = translated.find(key);
-            ASSERT_NE(found, translated.end()) << tongue << " lacks " << key;
-            EXPECT_FALSE(found->second.empty()) << tongue << " " << key;
-            if (key.ends_with("Help")) {
-                EXPECT_NE(found->second, text) << tongue << " " << key << " is not translated";
-            }
-        }
-    }
+    QorCatalogTexts::ExpectTranslated("QorRdgOptionsDialog");
 }
 
 TEST_F(OptionsTexts, FollowTheLanguage) {

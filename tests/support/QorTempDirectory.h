@@ -33,6 +33,10 @@ public:
         return iName.empty() ? path.string() : (path / iName).string();
     }
 
+    [[nodiscard]] const std::filesystem::path& GetFolder() const { return path; }
+
+    std::filesystem::path operator/(std::string_view iName) const { return path / iName; }
+
     /// Writes a file, and the folders on the way to it; returns its path.
     std::string Write(std::string_view iName, std::string_view iText) const {
         const std::filesystem::path file = path / iName;

@@ -1,5 +1,5 @@
 #include "tests/document/product/SampleProduct.h"
-#include "tests/document/product/TemporaryFolder.h"
+#include "tests/support/QorTempDirectory.h"
 #include "workbench/document/product/ProductFile.h"
 
 #include <gtest/gtest.h>
@@ -79,7 +79,7 @@ const auto tamperings = std::to_array<Tampering>({
 } // namespace
 
 TEST(HostileFile, EveryTamperingIsRefusedWithItsReason) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     for (const Tampering& tampering : tamperings) {
         const auto file = folder / "tampered.qor";
         ASSERT_TRUE(writeProduct(file, sampleProduct()));
@@ -94,7 +94,7 @@ TEST(HostileFile, EveryTamperingIsRefusedWithItsReason) {
 }
 
 TEST(HostileFile, CoordinatesThatAreNoNumbersAreRefused) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ASSERT_TRUE(writeProduct(folder / "a.qor", sampleProduct()));
     std::string blob;
     for (std::size_t i = 0; i < sampleProduct().meshes[0].positions.size(); ++i)
@@ -106,10 +106,10 @@ TEST(HostileFile, CoordinatesThatAreNoNumbersAreRefused) {
 }
 
 TEST(HostileFile, WhatIsNoDocumentIsRefused) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     const auto file = folder / "x.qor";
     EXPECT_FALSE(readProduct(folder / "missing.qor"));
-    EXPECT_FALSE(readProduct(folder.path()));
+    EXPECT_FALSE(readProduct(folder.GetFolder()));
     write(file, {});
     EXPECT_FALSE(readProduct(file));
     write(file, std::vector<char>(100'000, 'A'));
@@ -119,7 +119,7 @@ TEST(HostileFile, WhatIsNoDocumentIsRefused) {
 }
 
 TEST(HostileFile, EveryTruncationIsRefused) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     Product product = sampleProduct();
     product.meshes.push_back(gridMesh(100, 10));
     ASSERT_TRUE(writeProduct(folder / "whole.qor", product));
@@ -131,7 +131,7 @@ TEST(HostileFile, EveryTruncationIsRefused) {
 }
 
 TEST(HostileFile, AChangedByteIsRefusedOrHarmless) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ASSERT_TRUE(writeProduct(folder / "whole.qor", sampleProduct()));
     const std::vector<char> whole = bytesOf(folder / "whole.qor");
     std::minstd_rand random(1);

@@ -1,5 +1,5 @@
 #include "tests/document/product/SampleProduct.h"
-#include "tests/document/product/TemporaryFolder.h"
+#include "tests/support/QorTempDirectory.h"
 #include "workbench/document/product/ProductFile.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ pid_t startWriter(const std::filesystem::path& file, const Product& product) {
 } // namespace
 
 TEST(KilledWriter, LeavesTheOldFileOrTheNewOne) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     const auto file = folder / "a.qor";
     ASSERT_TRUE(writeProduct(file, sampleProduct()));
     Product large = sampleProduct();
@@ -48,7 +48,7 @@ TEST(KilledWriter, LeavesTheOldFileOrTheNewOne) {
 }
 
 TEST(KilledWriter, TheNextWriterRemovesWhatItLeft) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     const auto file = folder / "a.qor";
     const pid_t gone = fork();
     if (gone == 0)
@@ -56,7 +56,7 @@ TEST(KilledWriter, TheNextWriterRemovesWhatItLeft) {
     waitpid(gone, nullptr, 0);
     ASSERT_TRUE(writeProduct(unfinishedName(file, gone), sampleProduct()));
     ASSERT_TRUE(writeProduct(unfinishedName(file, getpid()), sampleProduct()));
-    ASSERT_EQ(entryCount(folder.path()), 2);
+    ASSERT_EQ(folder.List().size(), 2U);
     ASSERT_TRUE(writeProduct(file, sampleProduct()));
-    EXPECT_EQ(entryCount(folder.path()), 1);
+    EXPECT_EQ(folder.List().size(), 1U);
 }

@@ -1,7 +1,7 @@
 #include "workbench/document/product/ProductFile.h"
 
 #include "tests/document/product/SampleProduct.h"
-#include "tests/document/product/TemporaryFolder.h"
+#include "tests/support/QorTempDirectory.h"
 #include "workbench/document/product/ProductTables.h"
 
 #include <gtest/gtest.h>
@@ -42,7 +42,7 @@ private:
 } // namespace
 
 TEST(ProductFile, GivesBackEveryFieldAsItWasWritten) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     const Product product = sampleProduct();
     ASSERT_TRUE(writeProduct(folder / "a.qor", product));
     Result<Product> read = readProduct(folder / "a.qor");
@@ -51,7 +51,7 @@ TEST(ProductFile, GivesBackEveryFieldAsItWasWritten) {
 }
 
 TEST(ProductFile, AnEmptyProductIsADocumentToo) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ASSERT_TRUE(writeProduct(folder / "empty.qor", Product()));
     Result<Product> read = readProduct(folder / "empty.qor");
     ASSERT_TRUE(read) << read.failure().text;
@@ -59,13 +59,13 @@ TEST(ProductFile, AnEmptyProductIsADocumentToo) {
 }
 
 TEST(ProductFile, LeavesNothingBesideTheFile) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ASSERT_TRUE(writeProduct(folder / "a.qor", sampleProduct()));
-    EXPECT_EQ(entryCount(folder.path()), 1);
+    EXPECT_EQ(folder.List().size(), 1U);
 }
 
 TEST(ProductFile, TexturesCanBeLeftOut) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ASSERT_TRUE(writeProduct(folder / "a.qor", sampleProduct()));
     ReadOptions options;
     options.withTextures = false;
@@ -77,7 +77,7 @@ TEST(ProductFile, TexturesCanBeLeftOut) {
 }
 
 TEST(ProductFile, AnUnsoundProductIsNotWrittenAndTheOldFileStays) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ASSERT_TRUE(writeProduct(folder / "a.qor", sampleProduct()));
     Product broken = sampleProduct();
     broken.nodes[1].parent = 2;
@@ -88,11 +88,11 @@ TEST(ProductFile, AnUnsoundProductIsNotWrittenAndTheOldFileStays) {
     Result<Product> read = readProduct(folder / "a.qor");
     ASSERT_TRUE(read) << read.failure().text;
     EXPECT_EQ(read.value(), sampleProduct());
-    EXPECT_EQ(entryCount(folder.path()), 1);
+    EXPECT_EQ(folder.List().size(), 1U);
 }
 
 TEST(ProductFile, AFolderThatIsNotThereIsNamed) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     const auto target = folder / "nowhere" / "a.qor";
     const Result<Done> written = writeProduct(target, sampleProduct());
     ASSERT_FALSE(written);
@@ -102,7 +102,7 @@ TEST(ProductFile, AFolderThatIsNotThereIsNamed) {
 }
 
 TEST(ProductFile, AFullDiskIsSaidAndLeavesTheOldFile) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     ASSERT_TRUE(writeProduct(folder / "a.qor", sampleProduct()));
     Product large = sampleProduct();
     large.meshes.push_back(gridMesh(200, 1));
@@ -116,11 +116,11 @@ TEST(ProductFile, AFullDiskIsSaidAndLeavesTheOldFile) {
     Result<Product> read = readProduct(folder / "a.qor");
     ASSERT_TRUE(read) << read.failure().text;
     EXPECT_EQ(read.value(), sampleProduct());
-    EXPECT_EQ(entryCount(folder.path()), 1);
+    EXPECT_EQ(folder.List().size(), 1U);
 }
 
 TEST(ProductFile, ProgressRisesToOne) {
-    const TemporaryFolder folder;
+    const QorTempDirectory folder;
     Product product = sampleProduct();
     product.meshes.push_back(gridMesh(2, 1));
     double last = 0;
