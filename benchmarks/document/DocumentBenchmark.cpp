@@ -9,7 +9,6 @@
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -36,40 +35,19 @@ Result<LoadedDocument> importFile(const fs::path& model) {
     return importModel(model, options, Alone());
 }
 
-/// The models, made once and removed at the end. About half a million triangles.
-class Models {
-public:
-    Models() : folder_(fs::temp_directory_path() / ("qor-benchmark-" + std::to_string(getpid()))) {
-        fs::create_directory(folder_);
-        import::benchmarks::writeStepAssembly(step(), 66, 3);
-        import::benchmarks::writeGlb(glb(), step());
-        Result<LoadedDocument> imported = importFile(step());
-        if (!imported)
-            std::abort();
-        const auto document = QorMake<Document>(std::move(imported.value()));
-        if (!writeDocument(saved(), document->takeSnapshot()))
-            std::abort();
-    }
+/// The models with the document, made once.
+const import::benchmarks::Models& models() {
+    static const struct Made : import::benchmarks::Models {
+        Made() {
+            Result<LoadedDocument> imported = importFile(step());
+            if (!imported)
+                std::abort();
+            const auto document = QorMake<Document>(std::move(imported.value()));
+            if (!writeDocument(saved(), document->takeSnapshot()))
+                std::abort();
+        }
+    } made;
 
-    ~Models() { fs::remove_all(folder_); }
-
-    Models(const Models&) = delete;
-    Models& operator=(const Models&) = delete;
-    Models(Models&&) = delete;
-    Models& operator=(Models&&) = delete;
-
-    [[nodiscard]] fs::path step() const { return folder_ / "assembly.step"; }
-
-    [[nodiscard]] fs::path glb() const { return folder_ / "assembly.glb"; }
-
-    [[nodiscard]] fs::path saved() const { return folder_ / "assembly.qor"; }
-
-private:
-    fs::path folder_;
-};
-
-const Models& models() {
-    static const Models made;
     return made;
 }
 

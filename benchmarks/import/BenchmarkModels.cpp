@@ -11,6 +11,7 @@
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <nlohmann/json.hpp>
+#include <unistd.h>
 
 #include <cmath>
 #include <cstdint>
@@ -124,6 +125,18 @@ void writeGlb(const std::filesystem::path& file, const std::filesystem::path& st
     for (const document::Mesh& mesh : product.value().meshes)
         glb.add(mesh);
     glb.write(file);
+}
+
+Models::Models()
+    : folder_(std::filesystem::temp_directory_path() /
+              ("qor-benchmark-" + std::to_string(getpid()))) {
+    std::filesystem::create_directory(folder_);
+    writeStepAssembly(step(), 66, 3);
+    writeGlb(glb(), step());
+}
+
+Models::~Models() {
+    std::filesystem::remove_all(folder_);
 }
 
 } // namespace qor::import::benchmarks

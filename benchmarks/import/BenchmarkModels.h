@@ -11,4 +11,26 @@ void writeStepAssembly(const std::filesystem::path& file, int parts, int instanc
 /// The product of a STEP file again, as binary glTF.
 void writeGlb(const std::filesystem::path& file, const std::filesystem::path& step);
 
+/// An assembly of about half a million triangles in a folder of its own, as STEP and glTF, and the
+/// place for a document of it. Removed at the end.
+class Models {
+public:
+    Models();
+    ~Models();
+    Models(const Models&) = delete;
+    Models& operator=(const Models&) = delete;
+    Models(Models&&) = delete;
+    Models& operator=(Models&&) = delete;
+
+    [[nodiscard]] std::filesystem::path step() const { return folder_ / "assembly.step"; }
+
+    [[nodiscard]] std::filesystem::path glb() const { return folder_ / "assembly.glb"; }
+
+    /// Not written yet.
+    [[nodiscard]] std::filesystem::path saved() const { return folder_ / "assembly.qor"; }
+
+private:
+    std::filesystem::path folder_;
+};
+
 } // namespace qor::import::benchmarks

@@ -8,7 +8,6 @@
 #include "workbench/import/model/ModelReader.h"
 
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -18,42 +17,17 @@ namespace {
 using namespace qor;
 namespace fs = std::filesystem;
 
-// The models, made once and removed at the end. About half a million triangles.
-class Models {
-public:
-    Models() : folder_(fs::temp_directory_path() / ("qor-benchmark-" + std::to_string(getpid()))) {
-        fs::create_directory(folder_);
-        import::benchmarks::writeStepAssembly(step(), 66, 3);
-        import::benchmarks::writeGlb(glb(), step());
-        saveDocument();
-    }
+/// The models with the document, made once.
+const import::benchmarks::Models& models() {
+    static const struct Made : import::benchmarks::Models {
+        Made() {
+            auto report = import::ImportReport([](const auto&, double) {}, [](const auto&) {});
+            const auto product = import::readModel(step(), {}, report);
+            if (!product || !document::writeProduct(saved(), product.value()))
+                std::abort();
+        }
+    } made;
 
-    ~Models() { fs::remove_all(folder_); }
-
-    Models(const Models&) = delete;
-    Models& operator=(const Models&) = delete;
-    Models(Models&&) = delete;
-    Models& operator=(Models&&) = delete;
-
-    [[nodiscard]] fs::path step() const { return folder_ / "assembly.step"; }
-
-    [[nodiscard]] fs::path glb() const { return folder_ / "assembly.glb"; }
-
-    [[nodiscard]] fs::path saved() const { return folder_ / "assembly.qor"; }
-
-private:
-    void saveDocument() const {
-        auto report = import::ImportReport([](const auto&, double) {}, [](const auto&) {});
-        const auto product = import::readModel(step(), {}, report);
-        if (!product || !document::writeProduct(saved(), product.value()))
-            std::abort();
-    }
-
-    fs::path folder_;
-};
-
-const Models& models() {
-    static const Models made;
     return made;
 }
 
