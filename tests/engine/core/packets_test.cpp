@@ -129,6 +129,9 @@ TEST(Packets, ShowTexturesAsSinglePathsDo) {
     RenderOptions options = smallOptions();
     options.depth.diffuseBounces = 2;
     expectTheSame(scene, options, roundingError, camera);
+    for (Material& m : scene.materials)
+        m.normalTexture.picture = nullptr;
+    expectTheSame(scene, options, roundingError, camera);
 }
 
 TEST(Packets, GoOnAloneWhereTheyMeetWhatTheyDoNotShade) {

@@ -231,6 +231,9 @@ TEST(Embree, EveryKindOfQueryReturnsOnInstancedScenes) {
                 hits.hit.geomID[i] = hits.hit.instID[0][i] = Hit::none;
                 mask.lane[static_cast<std::size_t>(i)] = (k + i) % 5 == 0 ? 0 : -1;
             }
+            RayHitPacket first = hits;
+            RayHitPacket second = hits;
+            structure.intersect(first, second);
             structure.intersect(mask, hits);
             structure.occluded(mask, shadows);
             for (int i = 0; i < packetWidth; ++i) {
@@ -240,6 +243,9 @@ TEST(Embree, EveryKindOfQueryReturnsOnInstancedScenes) {
                 different +=
                     asked && (hits.hit.geomID[i] != Hit::none) != static_cast<bool>(single) ? 1 : 0;
                 different += asked && (shadows.tfar[i] < 0.0F) != static_cast<bool>(single) ? 1 : 0;
+                for (const RayHitPacket* pair : {&first, &second})
+                    different +=
+                        (pair->hit.geomID[i] != Hit::none) != static_cast<bool>(single) ? 1 : 0;
                 different += structure.occluded(ray) != static_cast<bool>(single) ? 1 : 0;
             }
         }

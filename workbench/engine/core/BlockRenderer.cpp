@@ -32,28 +32,51 @@ Hit hitOf(const RayHitPacket& packet, std::size_t lane) {
 }
 
 /// Adds the lanes of a packet, which lie in \p pixels in rising order, to their sums.
-void addUp(const LaneColors& lanes,
-           const std::array<std::size_t, packetWidth>& pixels,
-           BlockSums& sums) {
+void addUp(const LaneColors& lanes, const Int8& pixels, BlockSums& sums) {
     const Float8 light = luminance(lanes.color);
     const Float8 squares = light * light;
-    const auto add = [&](std::size_t pixel, float r, float g, float b, float a, float square) {
-        float* rgba = sums.rgba.data() + pixel * 4;
+    const auto add = [&](int pixel, float r, float g, float b, float a, float square) {
+        float* rgba = sums.rgba.data() + static_cast<std::ptrdiff_t>(4) * pixel;
         rgba[0] += r;
         rgba[1] += g;
         rgba[2] += b;
         rgba[3] += a;
-        sums.squares[pixel] += square;
+        sums.squares[static_cast<std::size_t>(pixel)] += square;
     };
     const Vec3x8& c = lanes.color;
-    if (pixels.front() == pixels.back())
-        return add(pixels.front(), sumOf(c.x), sumOf(c.y), sumOf(c.z), sumOf(lanes.alpha),
+    if (pixels[0] == pixels[packetWidth - 1])
+        return add(pixels[0], sumOf(c.x), sumOf(c.y), sumOf(c.z), sumOf(lanes.alpha),
                    sumOf(squares));
     for (std::size_t i = 0; i < packetWidth; ++i)
         add(pixels[i], c.x[i], c.y[i], c.z[i], lanes.alpha[i], squares[i]);
 }
 
+/// What all rays see that meet nothing, where it is the same in all directions.
+std::optional<Color> evenBackground(const CompiledScene& scene) {
+    const EnvironmentMap& environment = scene.environment();
+    if (scene.scene().background.kind != Background::Kind::environment || !environment.isConstant())
+        return {};
+    return environment.radiance({0.0F, 0.0F, 1.0F}, 0.0F);
+}
+
+bool hasAreas(const std::vector<Light>& lights) {
+    return std::any_of(lights.begin(), lights.end(),
+                       [](const Light& light) { return std::holds_alternative<AreaLight>(light); });
+}
+
 } // namespace
+
+BlockRenderer::BlockRenderer(const CompiledScene& scene,
+                             const CameraRays& camera,
+                             const RenderOptions& options,
+                             const GatherCache* cache)
+    : scene_(scene)
+    , camera_(camera)
+    , options_(options)
+    , tracer_(scene, options, cache)
+    , evenBackground_(evenBackground(scene))
+    , seesLights_(hasAreas(scene.scene().lights))
+    , packets_(scene, options, tracer_.fullBudget(), cache != nullptr) {}
 
 Vec2 BlockRenderer::filterOffset(const Vec2& u) const {
     if (options_.filter == PixelFilter::box)
@@ -80,52 +103,53 @@ PathState BlockRenderer::stateOf(const LanePlaces& places,
 }
 
 BlockSums BlockRenderer::render(int x, int y, const BlockWork& work) {
-    std::array<std::uint32_t, blockPixels> seeds{};
+    static_assert(blockPixels == packetWidth);
+    Seeds seeds{};
     for (int i = 0; i < blockPixels; ++i)
         seeds[static_cast<std::size_t>(i)] =
             pixelSeed(x + i % blockWidth, y + i / blockWidth, options_.seed);
     BlockSums sums;
-    LanePlaces places;
-    LaneColors colors;
-    std::array<std::size_t, packetWidth> pixels{};
-    int pixel = 0;
-    int sample = 0;
-    for (int first = 0; first < work.count * blockPixels; first += packetWidth) {
-        for (std::size_t i = 0; i < packetWidth; ++i) {
-            // Pixel by pixel, so that the rays of a packet lie as close together as can be.
-            pixels[i] = static_cast<std::size_t>(pixel);
-            places.seed[i] = seeds[pixels[i]];
-            places.index[i] = static_cast<std::uint32_t>(work.first + sample);
-            if (++sample == work.count) {
-                sample = 0;
-                ++pixel;
-            }
+    constexpr int most = std::tuple_size_v<decltype(looks_)>;
+    for (int first = 0; first < work.count; first += most) {
+        const int count = std::min(most, work.count - first);
+        for (int i = 0; i < count; ++i)
+            place(x, y, first + i, work, seeds, looks_[static_cast<std::size_t>(i)]);
+        trace(looks_.data(), count);
+        for (int i = 0; i < count; ++i) {
+            const Look& look = looks_[static_cast<std::size_t>(i)];
+            addUp(look.colors, look.pixels, sums);
         }
-        place(x, y, pixels, places);
-        trace(places, colors);
-        addUp(colors, pixels, sums);
     }
     return sums;
 }
 
-/// Chooses each lane's place in its pixel.
-void BlockRenderer::place(int x,
-                          int y,
-                          const std::array<std::size_t, packetWidth>& pixels,
-                          LanePlaces& places) const {
+/// Gives each lane of packet \p number of a block its sample and that its place in its pixel. Pixel
+/// by pixel, so that the rays of a packet lie as close together as can be.
+void BlockRenderer::place(
+    int x, int y, int number, const BlockWork& work, const Seeds& seeds, Look& look) const {
+    const Int8 lane{0, 1, 2, 3, 4, 5, 6, 7};
+    const Int8 sample = lane + number * packetWidth;
+    LanePlaces& places = look.places;
+    look.pixels = wholePart((numberOf(sample) + 0.5F) * (1.0F / static_cast<float>(work.count)));
+    places.index = std::bit_cast<UInt8>(sample - look.pixels * work.count + work.first);
     alignas(32) std::array<Vec2, packetWidth> offsets;
+    for (std::size_t i = 0; i < packetWidth; ++i)
+        places.seed[i] = seeds[static_cast<std::size_t>(look.pixels[i])];
     for (std::size_t i = 0; i < packetWidth; ++i)
         offsets[i] = scrambledPoint(places.index[i], places.seed[i]);
     for (std::size_t i = 0; i < packetWidth; ++i) {
         const Vec2 offset = filterOffset(offsets[i]);
-        places.x[i] = static_cast<float>(x + static_cast<int>(pixels[i] % blockWidth)) + offset.x;
-        places.y[i] = static_cast<float>(y + static_cast<int>(pixels[i] / blockWidth)) + offset.y;
+        places.x[i] = offset.x;
+        places.y[i] = offset.y;
     }
+    places.x += numberOf(look.pixels % blockWidth + x);
+    places.y += numberOf(look.pixels / blockWidth + y);
 }
 
 std::array<std::array<float, 4>, packetWidth> BlockRenderer::renderCoarse(int x, int y) {
     constexpr int cell = 4;
-    LanePlaces places;
+    Look& look = looks_.front();
+    LanePlaces& places = look.places;
     for (int i = 0; i < packetWidth; ++i) {
         const int cellX = x + i % blockWidth * cell;
         const int cellY = y + i / blockWidth * cell;
@@ -134,41 +158,38 @@ std::array<std::array<float, 4>, packetWidth> BlockRenderer::renderCoarse(int x,
         places.y[lane] = static_cast<float>(cellY) + 0.5F * cell;
         places.seed[lane] = pixelSeed(cellX, cellY, options_.seed);
     }
-    LaneColors colors;
-    trace(places, colors);
+    places.index = UInt8{};
+    trace(&look, 1);
+    const LaneColors& colors = look.colors;
     std::array<std::array<float, 4>, packetWidth> pixels{};
     for (std::size_t i = 0; i < pixels.size(); ++i)
         pixels[i] = {colors.color.x[i], colors.color.y[i], colors.color.z[i], colors.alpha[i]};
     return pixels;
 }
 
-void BlockRenderer::trace(const LanePlaces& places, LaneColors& colors) {
-    alignas(32) RayHitPacket packet;
+/// One packet or two.
+void BlockRenderer::trace(Look* looks, int count) {
     static const PacketMask all{{-1, -1, -1, -1, -1, -1, -1, -1}};
-    camera_.at(places.x, places.y, packet);
-    tracer_.counts().camera += packetWidth;
-    if (scene_.hasObjects())
-        scene_.structure().intersect(all, packet);
-    if (packets_.apply())
-        traceInPackets(places, packet, colors);
-    else
-        traceAny(places, packet, colors);
+    for (int i = 0; i < count; ++i)
+        camera_.at(looks[i].places.x, looks[i].places.y, looks[i].packet);
+    tracer_.counts().camera += static_cast<std::uint64_t>(count) * packetWidth;
+    if (scene_.hasObjects() && count == 2)
+        scene_.structure().intersect(looks[0].packet, looks[1].packet);
+    else if (scene_.hasObjects())
+        scene_.structure().intersect(all, looks[0].packet);
+    for (int i = 0; i < count; ++i) {
+        Look& look = looks[i];
+        if (packets_.apply())
+            traceInPackets(look.places, look.packet, look.colors);
+        else
+            traceAny(look.places, look.packet, look.colors);
+    }
 }
 
 void BlockRenderer::traceInPackets(const LanePlaces& places,
                                    const RayHitPacket& packet,
                                    LaneColors& colors) {
-    colors = {};
-    for (std::size_t i = 0; i < packetWidth; ++i) {
-        const Hit hit = hitOf(packet, i);
-        if (hit && !seesLights_)
-            continue;
-        const PathState state = stateOf(places, packet, i);
-        const Color lights = tracer_.lightsOnTheWay(state, hit ? hit.t : infinity);
-        colors.set(i, hit ? lights : lights + tracer_.leaving(state), 0.0F);
-    }
-    const Int8 hits = load(packet.hit.geomID) != static_cast<int>(Hit::none);
-    colors.alpha = hits ? eight(1.0F) : Float8{};
+    showBackground(places, packet, colors);
     const unsigned alone = packets_.trace(places, camera_.cone(), packet, colors, tracer_);
     for (std::size_t i = 0; i < packetWidth; ++i) {
         if (((alone >> i) & 1U) == 0)
@@ -176,6 +197,24 @@ void BlockRenderer::traceInPackets(const LanePlaces& places,
         Sampler sampler = pathSampler(places.seed[i], places.index[i]);
         const PathResult result = tracer_.trace(stateOf(places, packet, i), sampler);
         colors.set(i, result.color, result.alpha);
+    }
+}
+
+/// What is behind everything where lanes meet nothing, else nothing yet; and lights before it.
+void BlockRenderer::showBackground(const LanePlaces& places,
+                                   const RayHitPacket& packet,
+                                   LaneColors& colors) {
+    const Int8 hits = load(packet.hit.geomID) != static_cast<int>(Hit::none);
+    colors.color = select(hits, Vec3x8{}, Vec3x8(evenBackground_.value_or(Color{})));
+    colors.alpha = hits ? eight(1.0F) : Float8{};
+    if (!seesLights_ && (evenBackground_ || bitsOf(~hits) == 0))
+        return;
+    for (std::size_t i = 0; i < packetWidth; ++i) {
+        const bool hit = hits[i] != 0;
+        const PathState state = stateOf(places, packet, i);
+        const Color behind = hit ? Color{} : tracer_.leaving(state);
+        colors.color.set(i, behind +
+                                tracer_.lightsOnTheWay(state, hit ? packet.ray.tfar[i] : infinity));
     }
 }
 

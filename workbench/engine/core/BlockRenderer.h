@@ -16,16 +16,7 @@ public:
     BlockRenderer(const CompiledScene& scene,
                   const CameraRays& camera,
                   const RenderOptions& options,
-                  const GatherCache* cache)
-        : scene_(scene)
-        , camera_(camera)
-        , options_(options)
-        , tracer_(scene, options, cache)
-        , seesLights_(std::any_of(
-              scene.scene().lights.begin(),
-              scene.scene().lights.end(),
-              [](const Light& light) { return std::holds_alternative<AreaLight>(light); }))
-        , packets_(scene, options, tracer_.fullBudget(), cache != nullptr) {}
+                  const GatherCache* cache);
 
     /// Samples of all pixels of the block whose first pixel is (\p x, \p y), also of those outside
     /// the picture: so the packets of a block are the same whatever is cut out of the picture.
@@ -47,14 +38,23 @@ private:
 
     using SeenLanes = std::array<std::optional<Seen>, packetWidth>;
 
+    /// A packet of camera rays and what became of it.
+    struct Look {
+        LanePlaces places;
+        Int8 pixels{}; ///< of the block
+        alignas(32) RayHitPacket packet;
+        LaneColors colors;
+    };
+
+    using Seeds = std::array<std::uint32_t, blockPixels>;
+
     Vec2 filterOffset(const Vec2& u) const;
-    void place(int x,
-               int y,
-               const std::array<std::size_t, packetWidth>& pixels,
-               LanePlaces& places) const;
-    void trace(const LanePlaces& places, LaneColors& colors);
+    void
+    place(int x, int y, int first, const BlockWork& work, const Seeds& seeds, Look& look) const;
+    void trace(Look* looks, int count);
     void traceAny(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
     void traceInPackets(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
+    void showBackground(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
     void addDirectLight(SeenLanes& seen);
     void addLight(SeenLanes& seen, int light);
     PathState stateOf(const LanePlaces& places, const RayHitPacket& packet, std::size_t lane) const;
@@ -63,6 +63,8 @@ private:
     const CameraRays& camera_;
     const RenderOptions& options_;
     PathTracer tracer_;
+    std::array<Look, 2> looks_;
+    std::optional<Color> evenBackground_; ///< where it is the same everywhere
     bool seesLights_; ///< the camera may: lights of the list that are no surfaces
     PacketTracer packets_;
 };

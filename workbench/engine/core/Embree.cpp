@@ -1,6 +1,7 @@
 #include "workbench/engine/core/Embree.h"
 
 #include <atomic>
+#include <cstring>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -110,6 +111,45 @@ RTCRay embreeRay(const Ray& ray) {
     return result;
 }
 
+/// A packet of \p Narrow is arrays of eight numbers, one of \p Wide the same arrays of sixteen.
+template <typename Wide, typename Narrow>
+void join(Wide& wide, const Narrow& one, const Narrow& other) {
+    static_assert(sizeof(Wide) == 2 * sizeof(Narrow));
+    constexpr std::size_t bytes = packetWidth * sizeof(float);
+    auto* to = reinterpret_cast<std::byte*>(&wide);
+    for (std::size_t at = 0; at < sizeof(Narrow); at += bytes) {
+        std::memcpy(to + 2 * at, reinterpret_cast<const std::byte*>(&one) + at, bytes);
+        std::memcpy(to + 2 * at + bytes, reinterpret_cast<const std::byte*>(&other) + at, bytes);
+    }
+}
+
+/// Half \p which of \p from, an array of sixteen numbers.
+template <typename Number>
+void takeHalf(const Number* from, int which, Number* to) {
+    std::memcpy(to, from + which * packetWidth, packetWidth * sizeof(Number));
+}
+
+void takeHits(const RTCRayHit16& wide, int which, RayHitPacket& packet) {
+    takeHalf(wide.ray.tfar, which, packet.ray.tfar);
+    takeHalf(wide.hit.u, which, packet.hit.u);
+    takeHalf(wide.hit.v, which, packet.hit.v);
+    takeHalf(wide.hit.primID, which, packet.hit.primID);
+    takeHalf(wide.hit.geomID, which, packet.hit.geomID);
+    takeHalf(wide.hit.instID[0], which, packet.hit.instID[0]);
+}
+
+bool isSixteenWide() {
+    static const bool wide =
+        rtcGetDeviceProperty(device(), RTC_DEVICE_PROPERTY_NATIVE_RAY16_SUPPORTED) != 0;
+    return wide;
+}
+
+alignas(64) constexpr std::array<int, std::size_t{2}* packetWidth> allRays = [] {
+    std::array<int, std::size_t{2} * packetWidth> all{};
+    all.fill(-1);
+    return all;
+}();
+
 } // namespace
 
 MeshStructure::MeshStructure(const MeshData& data) : scene_(newScene()) {
@@ -169,6 +209,22 @@ bool AssemblyStructure::occluded(const Ray& ray) const {
 void AssemblyStructure::intersect(const PacketMask& mask, RayHitPacket& packet) const {
     RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_COHERENT);
     rtcIntersect8(mask.lane.data(), scene_, &how, &packet);
+}
+
+void AssemblyStructure::intersect(RayHitPacket& one, RayHitPacket& other) const {
+    RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_COHERENT);
+    if (!isSixteenWide()) {
+        for (RayHitPacket* packet : {&one, &other})
+            rtcIntersect8(allRays.data(), scene_, &how, packet);
+        return;
+    }
+    RTCRayHit16 both;
+    join(both.ray, one.ray, other.ray);
+    std::memset(both.hit.geomID, -1, sizeof(both.hit.geomID));
+    std::memset(both.hit.instID, -1, sizeof(both.hit.instID));
+    rtcIntersect16(allRays.data(), scene_, &how, &both);
+    takeHits(both, 0, one);
+    takeHits(both, 1, other);
 }
 
 void AssemblyStructure::occluded(const PacketMask& mask, RayPacket& packet) const {

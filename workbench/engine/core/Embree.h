@@ -11,8 +11,9 @@ namespace qor::engine {
 
 /// Everything that the engine asks of Embree; Embree.cpp is the only file that calls it.
 ///
-/// Packets are eight wide and coherent, for camera rays and their shadow rays. Sixteen wide
-/// occlusion packets with the coherent flag never return on instanced scenes, so there are none.
+/// Packets are eight wide and coherent, for camera rays and their shadow rays; two of camera rays
+/// are traced as one. Sixteen wide occlusion packets with the coherent flag never return on
+/// instanced scenes, so there are none.
 
 /// Eight rays, or eight rays and their hits, side by side.
 using RayPacket = RTCRay8;
@@ -87,6 +88,9 @@ public:
     bool occluded(const Ray& ray) const;
     /// Nearest hits of eight rays that start close together and go much the same way.
     void intersect(const PacketMask& mask, RayHitPacket& packet) const;
+    /// The same for all rays of two such packets that lie close together, which are traced as one
+    /// where the processor is wide enough for that.
+    void intersect(RayHitPacket& one, RayHitPacket& other) const;
     /// Sets tfar of occluded rays to minus infinity.
     void occluded(const PacketMask& mask, RayPacket& packet) const;
     /// The same two for eight rays that go anywhere.

@@ -59,6 +59,8 @@ Vec3x8 LaneLights::direct(const LaneVertex& vertex, LaneSampler& sampler, RayCou
     if (bitsOf(all) != 0)
         for (int light = 0; light < count; ++light)
             sum += arriving(vertex, sampleAll(light, vertex, all, sampler), all, counts);
+    if (bitsOf(vertex.on & ~all) == 0)
+        return sum;
     const Float8 share = 1.0F / picks(vertex);
     for (int look = 0;; ++look) {
         const Int8 some = vertex.on & ~all & (vertex.looks > look);
@@ -71,7 +73,7 @@ Vec3x8 LaneLights::direct(const LaneVertex& vertex, LaneSampler& sampler, RayCou
 LaneLights::Arrivals LaneLights::sampleSun(const Sun& sun, const Float8& u, const Float8& v) {
     Arrivals result;
     result.direction = Vec3x8(sun.frame.z);
-    if (sun.pdf < infinity) {
+    if (!sun.isDelta()) {
         const Vec3x8 local = uniformCone(u, v, sun.oneMinusCos);
         result.direction = Vec3x8(sun.frame.x) * local.x + Vec3x8(sun.frame.y) * local.y +
                            Vec3x8(sun.frame.z) * local.z;
@@ -90,10 +92,13 @@ LaneLights::Arrivals LaneLights::sampleAll(int light,
                                            LaneSampler& sampler) const {
     Float8 u{};
     Float8 v{};
-    if (!scene_.lights().isDelta(light))
+    const Sun* sun = static_cast<std::size_t>(light) < suns_.size()
+                         ? &suns_[static_cast<std::size_t>(light)]
+                         : nullptr;
+    if (sun != nullptr ? !sun->isDelta() : !scene_.lights().isDelta(light))
         sampler.next2D(asked, u, v);
-    if (const auto index = static_cast<std::size_t>(light); index < suns_.size())
-        return sampleSun(suns_[index], u, v);
+    if (sun != nullptr)
+        return sampleSun(*sun, u, v);
     Arrivals result;
     const Vec3x8& at = vertex.surface.position;
     for (std::size_t i = 0; i < packetWidth; ++i)

@@ -38,6 +38,8 @@ private:
         float pdf = 0.0F;         ///< infinite: without extent
         float oneMinusCos = 0.0F; ///< of its half angle
         bool castsShadows = true;
+
+        bool isDelta() const { return !(pdf < std::numeric_limits<float>::infinity()); }
     };
 
     /// LightSample, lane by lane.

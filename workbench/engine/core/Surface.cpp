@@ -37,14 +37,14 @@ float cutOut(const Material& material, float opacity) {
     return material.alphaMode == AlphaMode::opaque ? 1.0F : opacity;
 }
 
+} // namespace
+
 SurfaceMaterial untextured(const CompiledMaterial& compiled) {
     const Material& m = compiled.material;
     return {m.baseColor, m.opacity,      m.metallic,         m.roughness, m.ior,
             m.specular,  m.transmission, m.thinWalled,       m.clearcoat, m.clearcoatRoughness,
             m.emission,  1.0F,           compiled.absorption};
 }
-
-} // namespace
 
 Surface
 surfaceAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, const RayCone& cone) {

@@ -41,6 +41,9 @@ struct Surface {
     }
 };
 
+/// A material without its textures.
+SurfaceMaterial untextured(const CompiledMaterial& material);
+
 /// The surface at \p hit of a ray in unit direction \p direction with \p cone.
 Surface
 surfaceAt(const CompiledScene& scene, const Hit& hit, const Vec3& direction, const RayCone& cone);

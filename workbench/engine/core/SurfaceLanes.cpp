@@ -3,6 +3,7 @@
 #include "workbench/engine/core/LaneLoads.h"
 #include "workbench/engine/core/SmoothSurface.h"
 #include "workbench/engine/core/Surface.h"
+#include "workbench/engine/core/SurfaceTextures.h"
 
 namespace qor::engine {
 
@@ -168,6 +169,10 @@ LaneMaterials sideBySide(const std::array<const CompiledMaterial*, width>& mater
             shine.vector.y, shine.vector.z, eight(1.0F)};
 }
 
+Vec3 laneOf(const Vec3x8& v, std::size_t lane) {
+    return {v.x[lane], v.y[lane], v.z[lane]};
+}
+
 } // namespace
 
 SurfaceLanes::SurfaceLanes(const CompiledScene& scene,
@@ -209,15 +214,38 @@ void SurfaceLanes::takeVaried(const CompiledScene& scene,
             continue;
         const Hit hit{packet.hit.instID[0][i], packet.hit.primID[i], packet.ray.tfar[i],
                       packet.hit.u[i], packet.hit.v[i]};
-        const Surface s = surfaceAt(scene, hit, {-toEye.x[i], -toEye.y[i], -toEye.z[i]},
-                                    {cones.width[i], cones.spread[i]});
-        normal.set(i, s.normal);
-        start.set(i, s.lifted + s.geometricNormal * s.offset);
+        const CompiledInstance& instance = scene.instance(hit.instance);
+        const CompiledMaterial& compiled = scene.material(scene.materialOf(instance, hit.triangle));
+        Surface s;
+        if (compiled.material.normalTexture.picture) {
+            s = surfaceAt(scene, hit, -laneOf(toEye, i), {cones.width[i], cones.spread[i]});
+            normal.set(i, s.normal);
+        } else {
+            s = lookedUp(instance, compiled, hit, i);
+        }
         material.baseColor.set(i, s.material.baseColor);
         material.metallic[i] = s.material.metallic;
         material.roughness[i] = s.material.roughness;
         material.occlusion[i] = s.material.occlusion;
     }
+}
+
+/// A lane with its material at one place; what bends normals left out.
+Surface SurfaceLanes::lookedUp(const CompiledInstance& instance,
+                               const CompiledMaterial& compiled,
+                               const Hit& hit,
+                               std::size_t lane) const {
+    const TrianglePlace place{*instance.mesh, instance.mesh->triangles[hit.triangle], hit.u, hit.v};
+    Surface s;
+    s.geometricNormal = laneOf(flat, lane);
+    s.toEye = laneOf(toEye, lane);
+    s.footprint = footprint[lane];
+    s.material = untextured(compiled);
+    if (compiled.textured)
+        applyTextures(instance, place, compiled, s);
+    if (instance.colored)
+        applyCornerColors(place, s.material);
+    return s;
 }
 
 } // namespace qor::engine

@@ -2,6 +2,7 @@
 
 #include "workbench/engine/core/CompiledScene.h"
 #include "workbench/engine/core/LaneBsdf.h"
+#include "workbench/engine/core/Surface.h"
 
 namespace qor::engine {
 
@@ -35,6 +36,10 @@ private:
                     const RayHitPacket& packet,
                     unsigned lanes,
                     const LaneCones& cones);
+    Surface lookedUp(const CompiledInstance& instance,
+                     const CompiledMaterial& compiled,
+                     const Hit& hit,
+                     std::size_t lane) const;
 };
 
 } // namespace qor::engine
