@@ -1,10 +1,13 @@
 #include "platform/dialog/QorDlgButton.h"
 #include "platform/dialog/QorDlgFrame.h"
 #include "tests/desktop/DesktopTest.h"
+#include "workbench/desktop/theme/Theme.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOption>
 #include <QToolButton>
 
 namespace qor::desktop::tests {
@@ -169,6 +172,32 @@ TEST_F(Buttons, InAFrameOfToolsTheyAreIconsWithNames) {
     click(render);
     EXPECT_TRUE(button->isChecked());
     EXPECT_EQ(tools->TakeHeard(), Heard{"render ChkBModify"});
+}
+
+TEST_F(Buttons, AnIconThatHasTheKeyboardHasARing) {
+    auto* tools = new ListeningDialog(window, "tools", QorDlgWndToolBar | QorDlgGridLayout);
+    auto* render = new QorDlgCheckButton(tools, "render");
+    render->SetIconName("render");
+    show(*tools);
+    QToolButton& button = *controlFor<QToolButton>(render);
+    const auto isRinged = [&](QStyle::State state) {
+        QStyleOptionToolButton option;
+        option.initFrom(&button);
+        option.subControls = QStyle::SC_ToolButton;
+        option.state = QStyle::State_Enabled | QStyle::State_AutoRaise | state;
+        QImage image(button.size(), QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        button.style()->drawComplexControl(QStyle::CC_ToolButton, &option, &painter, &button);
+        painter.end();
+        return image.pixelColor(button.width() / 2, 1) == Theme::colors().accent;
+    };
+    EXPECT_FALSE(isRinged({}));
+    EXPECT_FALSE(isRinged(QStyle::State_HasFocus)) << "by the mouse";
+    EXPECT_TRUE(isRinged(QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange));
+    EXPECT_TRUE(
+        isRinged(QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange | QStyle::State_On));
+    EXPECT_FALSE(isRinged(QStyle::State_KeyboardFocusChange | QStyle::State_On));
 }
 
 } // namespace

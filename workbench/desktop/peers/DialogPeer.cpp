@@ -84,6 +84,10 @@ DialogPeer::DialogPeer(QorDialog& widget) : ContainerPeer(widget) {
     window->installEventFilter(new SizeFilter(*this, context()));
 }
 
+DialogPeer::~DialogPeer() {
+    giveKeyboardBack();
+}
+
 void DialogPeer::build(Window& window) {
     auto* layout = new QVBoxLayout(&window);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -186,6 +190,8 @@ void DialogPeer::drawVisibility() {
             grow();
         place();
         focusFirst();
+    } else {
+        giveKeyboardBack();
     }
     showWindow(*control(), show);
 }
@@ -224,6 +230,13 @@ void DialogPeer::focusFirst() const {
             stop->setFocus(Qt::ActiveWindowFocusReason);
             return;
         }
+}
+
+/// Window managers pass over frames of tools when they look for who comes next.
+void DialogPeer::giveKeyboardBack() const {
+    const QWidget* owner = control() != nullptr ? control()->parentWidget() : nullptr;
+    if (owner != nullptr && control()->isActiveWindow() && owner->window()->isVisible())
+        owner->window()->activateWindow();
 }
 
 void DialogPeer::Raise() {

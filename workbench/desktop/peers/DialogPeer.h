@@ -16,6 +16,7 @@ namespace qor::desktop {
 class DialogPeer : public ContainerPeer {
 public:
     explicit DialogPeer(QorDialog& widget);
+    ~DialogPeer() override;
     void Raise() override;
     void addTabStops(std::vector<QWidget*>& stops) const override;
 
@@ -39,6 +40,7 @@ private:
     void place() const;
     void placeBesideTools(const QWidget& tools) const;
     void focusFirst() const;
+    void giveKeyboardBack() const;
 
     QDialogButtonBox* buttons_ = nullptr; ///< belongs to the window
     QSpacerItem* titleRoom_ = nullptr;    ///< belongs to the window's layout

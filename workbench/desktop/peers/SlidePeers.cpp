@@ -84,6 +84,7 @@ void SliderPeer::draw(QorAspects aspects) {
 ScrollBarPeer::ScrollBarPeer(QorDialog& widget)
     : PeerOf(widget, new HeldControl<QScrollBar>(ContainerPeer::parentFor(widget))) {
     box().setOrientation(orientationOf(my().GetOrientation()));
+    box().setFocusPolicy(Qt::TabFocus); // what it scrolls may know no keys
     box().onRelease = whileAlive([this] { released(); });
     QObject::connect(&box(), &QScrollBar::valueChanged, context(),
                      [this](int position) { moved(position); });

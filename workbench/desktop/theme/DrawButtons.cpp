@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QPainterPath>
 #include <QRadioButton>
+#include <QToolButton>
 
 namespace qor::desktop {
 
@@ -53,8 +54,6 @@ void drawToolPanel(const QStyleOption& option, QPainter& painter, const QWidget*
         drawPanel(painter, rect, tinted(look, faint), look.enabled ? look.colors.accent : QColor());
     else if (look.hovered || look.pressed)
         drawPanel(painter, rect, look.pressed ? look.colors.pressed : look.colors.hover, QColor());
-    if (look.keyboardFocused)
-        drawRing(painter, rect);
 }
 
 void drawCheckMark(const QStyleOption& option, QPainter& painter, const QWidget* /*widget*/) {
@@ -94,11 +93,18 @@ void drawRadioMark(const QStyleOption& option, QPainter& painter, const QWidget*
     painter.drawEllipse(circle.center(), circle.width() * dot, circle.width() * dot);
 }
 
-/// Buttons and fields draw their ring themselves; this is for marks with a text beside them.
+/// Buttons with a panel and fields draw their ring themselves; this is for marks with a text beside
+/// them and for tools, which have no panel most of the time.
 void drawFocus(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
+    if (!Look(option).keyboardFocused)
+        return;
+    if (qobject_cast<const QToolButton*>(widget) != nullptr) {
+        drawRing(painter, QRectF(widget->rect()));
+        return;
+    }
     const bool marked = qobject_cast<const QCheckBox*>(widget) != nullptr ||
                         qobject_cast<const QRadioButton*>(widget) != nullptr;
-    if (marked && Look(option).keyboardFocused)
+    if (marked)
         drawRing(painter, QRectF(option.rect));
 }
 

@@ -24,6 +24,8 @@ ViewerPeer::ViewerPeer(QorDialog& widget) : WidgetPeer(widget) {
     auto* box = new ViewerControl(ContainerPeer::parentFor(widget));
     setControl(box);
     box->setNaturalSize(sizeOf(viewer()));
+    if (dynamic_cast<QorNavigation3DViewer*>(&widget) == nullptr)
+        box->setFocusPolicy(Qt::NoFocus); // it knows no keys
     box->onGeometry = whileAlive([this] { followControl(); });
     const QPointer<QObject> alive(context());
     box->onMouse = [this, alive](const QorMouseEvent& event) {
