@@ -3,11 +3,7 @@
 #include "platform/system/QorPaths.h"
 #include "platform/system/QorTrace.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <atomic>
 
 QorImplementClass(QorRdgBackgroundViewer, QorRdgViewerAdapter)
 
@@ -16,17 +12,6 @@ QorDefineBOA(QorIRdgBackground, QorRdgBackgroundViewer)
     namespace {
 
     constexpr int behindTheModel = -1;
-
-    /// A name in the private temporary directory that no other background of this process or
-    /// another has.
-    QorUnicodeString NewTemporaryName() {
-        static std::atomic<unsigned> last = 0;
-        const QorUnicodeString directory = QorGetTempDirectory();
-        if (directory.IsNull())
-            return {};
-        return directory.Str() + "/QorRdgBackground" + std::to_string(::getpid()) + "_" +
-               std::to_string(++last) + ".tif";
-    }
 
 } // namespace
 
@@ -64,7 +49,7 @@ void QorRdgBackgroundViewer::DoCleanUp(Qor3DViewer& iViewer) {
     viewpoint.Reset();
     picture.Reset();
     name = {};
-    RemoveTemporaryFile();
+    file.reset();
     QorTrace(4, "(QorRdgBackgroundViewer::CleanUp) Done\n");
 }
 
@@ -74,7 +59,7 @@ QorResult QorRdgBackgroundViewer::SetBackground(const QorString& iImage, bool iS
     stretch = iStretch;
     if (!(iImage == name)) {
         picture.Reset();
-        RemoveTemporaryFile();
+        file.reset();
         name = iImage.Strip();
         Load();
     }
@@ -87,7 +72,7 @@ void QorRdgBackgroundViewer::Load() {
         return;
     picture = QorAdopt(QorPixelImage::CreateFromFile(QorGetImagePathName(name.Str())));
     if (picture)
-        WriteTemporaryFile();
+        file = std::make_unique<QorRdgTemporaryPicture>(*picture);
 }
 
 QorResult QorRdgBackgroundViewer::GetBackground(QorString& oImage, bool& oStretch) {
@@ -103,7 +88,7 @@ QorResult QorRdgBackgroundViewer::RemoveBackground() {
         return E_FAIL;
     name = {};
     picture.Reset();
-    RemoveTemporaryFile();
+    file.reset();
     Rebuild();
     return S_OK;
 }
@@ -145,16 +130,6 @@ void QorRdgBackgroundViewer::ChangedCB(QorEventName /*iEvent*/,
         Rebuild();
 }
 
-void QorRdgBackgroundViewer::WriteTemporaryFile() {
-    const QorUnicodeString path = NewTemporaryName();
-    if (path.IsNull() || picture->WriteToFile("TIFF", path) != 0)
-        return;
-    ::chmod(path.CastToCharPtr(), S_IRUSR | S_IWUSR);
-    temporaryFile = path;
-}
-
-void QorRdgBackgroundViewer::RemoveTemporaryFile() {
-    if (!temporaryFile.IsNull())
-        ::unlink(temporaryFile.CastToCharPtr());
-    temporaryFile = {};
+QorUnicodeString QorRdgBackgroundViewer::GetTemporaryFile() const {
+    return file ? file->GetPath() : QorUnicodeString();
 }

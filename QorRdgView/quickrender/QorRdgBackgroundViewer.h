@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/engine/QorIRdgViewerParts.h"
+#include "quickrender/QorRdgTemporaryPicture.h"
 #include "quickrender/QorRdgViewerAdapter.h"
 
 /// The picture behind the product in a 3D viewer, kept covering it at every size.
@@ -17,8 +18,8 @@ class QorRdgBackgroundViewer : public QorImplements<QorRdgViewerAdapter, QorIRdg
     [[nodiscard]] QorPixelImage* GetPicture() const { return picture; }
 
     /// A private TIFF file with the picture, for an engine that reads files; empty when it could
-    /// not be written.
-    [[nodiscard]] const QorUnicodeString& GetTemporaryFile() const { return temporaryFile; }
+    /// not be written. A worker writes it; this waits until it is whole.
+    [[nodiscard]] QorUnicodeString GetTemporaryFile() const;
 
 protected:
     ~QorRdgBackgroundViewer() override;
@@ -29,8 +30,6 @@ private:
     void Load();
     void Rebuild();
     void RemovePictureRep();
-    void WriteTemporaryFile();
-    void RemoveTemporaryFile();
     void ChangedCB(QorEventName iEvent,
                    QorBaseUnknown* iPublisher,
                    QorNotification* iNotification,
@@ -42,7 +41,7 @@ private:
     QorPixelImage_var picture;
     QorString name;
     bool stretch = true;
-    QorUnicodeString temporaryFile;
+    std::unique_ptr<QorRdgTemporaryPicture> file;
 };
 
 QorDeclareBOA(QorIRdgBackground, QorRdgBackgroundViewer);

@@ -1,12 +1,15 @@
+#include "platform/system/QorPaths.h"
 #include "platform/vis/QorPlainPictures.h"
 #include "quickrender/QorRdgBackgroundViewer.h"
 #include "quickrender/QorRdgGroundViewer.h"
+#include "scenes/QorRdgWorkers.h"
 #include "tests/quickrender/ViewerAdapterTest.h"
 
 #include <sys/stat.h>
 
 #include <cmath>
 #include <filesystem>
+#include <future>
 
 namespace {
 
@@ -263,6 +266,42 @@ TEST_F(Background, WritesAPrivateFileForTheEngineAndRemovesIt) {
     layout->CloseWindow(window);
     EXPECT_NE(::stat(second.c_str(), &info), 0);
     EXPECT_EQ(background->SetBackground(path, true), E_FAIL);
+}
+
+TEST_F(Background, WritesItsFileBesideTheUserInterface) {
+    struct Stuck : TiffAsTga {
+        int Write(const QorPixelImage& iImage,
+                  const QorString& iFormat,
+                  const QorUnicodeString& iPath,
+                  QorUnicodeString& oError) override {
+            goOn.get_future().wait();
+            return TiffAsTga::Write(iImage, iFormat, iPath, oError);
+        }
+
+        std::promise<void> goOn;
+    };
+
+    Stuck stuck;
+    QorPictureService::Install(&stuck);
+    background->SetBackground(path, true); // would not come back
+    EXPECT_NE(Picture(), nullptr);
+    EXPECT_EQ(QorRdgWorkers::CountAside(), 1U);
+    stuck.goOn.set_value();
+    EXPECT_FALSE(Adapter().GetTemporaryFile().IsNull());
+    background->RemoveBackground();
+    QorRunExitHooks(); // the worker has ended
+    QorPictureService::Install(&service);
+}
+
+TEST_F(Background, AFileThatIsNotWantedAnyMoreIsRemovedByItsWriter) {
+    std::filesystem::create_directory(directory.GetPath("tmp"));
+    for (int i = 0; i < 20; ++i) {
+        background->SetBackground(path, true);
+        background->RemoveBackground();
+    }
+    QorRunExitHooks();
+    for (const auto& entry : std::filesystem::directory_iterator(QorGetTempDirectory().Str()))
+        EXPECT_EQ(entry.path().filename().string().find("QorRdgBackground"), std::string::npos);
 }
 
 } // namespace

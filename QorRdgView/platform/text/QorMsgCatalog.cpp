@@ -28,6 +28,14 @@ QorUnicodeString Substitute(std::string_view iText, const QorMsgParameters& iPar
     return QorUnicodeString(std::move(result));
 }
 
+/// What can be said without a text.
+QorUnicodeString Bare(const QorString& iKey, const QorMsgParameters& iParameters) {
+    std::string result(iKey.Str());
+    for (const QorUnicodeString& parameter : iParameters)
+        result += (&parameter == &iParameters.front() ? ": " : ", ") + parameter.Str();
+    return QorUnicodeString(std::move(result));
+}
+
 } // namespace
 
 const std::string* QorMsgCatalog::FindMessage(std::string_view iCatalog, std::string_view iKey) {
@@ -38,7 +46,7 @@ QorUnicodeString QorMsgCatalog::BuildMessage(const QorString& iCatalog,
                                              const QorString& iKey,
                                              const QorMsgParameters& iParameters) {
     const std::string* text = FindMessage(iCatalog.Str(), iKey.Str());
-    return text != nullptr ? Substitute(*text, iParameters) : QorUnicodeString(iKey.Str());
+    return text != nullptr ? Substitute(*text, iParameters) : Bare(iKey, iParameters);
 }
 
 QorUnicodeString QorMsgCatalog::BuildMessage(const QorString& iCatalog,

@@ -17,7 +17,7 @@ public:
     /// The text with its parameters in place: "/P1" stands for the first, "/P2" for the second, up
     /// to "/P9"; "//P1" gives "/P1" itself; a parameter that was not given gives nothing. A text
     /// that is substituted is not looked at again. For a missing key the result is the key itself,
-    /// so that it is seen.
+    /// so that it is seen, and the parameters, which may be all that matters: "Key: first, second".
     [[nodiscard]] static QorUnicodeString BuildMessage(const QorString& iCatalog,
                                                        const QorString& iKey,
                                                        const QorMsgParameters& iParameters = {});

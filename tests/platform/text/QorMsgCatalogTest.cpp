@@ -43,6 +43,8 @@ TEST_F(QorMsgCatalogTest, AMissingKeyGivesItselfOrTheDefault) {
     directory.Write("messages/Cat.QorMsg", "Empty=\"\";");
     EXPECT_EQ(QorMsgCatalog::BuildMessage("Cat", "Missing"), "Missing");
     EXPECT_EQ(QorMsgCatalog::BuildMessage("NoCatalog", "Missing"), "Missing");
+    EXPECT_EQ(QorMsgCatalog::BuildMessage("NoCatalog", "Missing", {"a.png", "/P1"}),
+              "Missing: a.png, /P1");
     EXPECT_EQ(QorMsgCatalog::BuildMessage("Cat", "Missing", {}, ""), "");
     EXPECT_EQ(QorMsgCatalog::BuildMessage("Cat", "Missing", {"x"}, "default /P1"), "default x");
     EXPECT_EQ(QorMsgCatalog::BuildMessage("Cat", "Empty", {}, "default"), "");
