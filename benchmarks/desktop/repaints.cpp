@@ -1,10 +1,12 @@
-// A dragged handle of the area and a new picture of the viewer's size beside a repaint in which
-// nothing has changed.
+// A dragged handle of the area and a new picture of the viewer's size, or five times as large,
+// beside a repaint in which nothing has changed. Where a processor draws, the picture that covers
+// the viewer is painted without OpenGL; the same with it stands beside it.
 #include "benchmarks/desktop/BenchmarkDesktop.h"
 #include "platform/engine/QorIRdgViewerParts.h"
 #include "platform/system/QorApplication.h"
 #include "platform/vis/QorNavigation3DViewer.h"
 #include "quickrender/QorRdgViewerAdapters.h"
+#include "workbench/desktop/viewer/SpaceViewerPeer.h"
 
 #include <benchmark/benchmark.h>
 
@@ -40,9 +42,9 @@ struct Scene {
     Qor2DViewpoint_var overlay;
 };
 
-QorPixelImage_var newPicture(unsigned char grey) {
-    const std::size_t size = std::size_t{3} * width * height;
-    return QorMake<QorPixelImage>(width, height, 3,
+QorPixelImage_var newPicture(unsigned char grey, int times) {
+    const std::size_t size = std::size_t{3} * width * height * times * times;
+    return QorMake<QorPixelImage>(times * width, times * height, 3,
                                   std::make_shared<QorPixelImage::Pixels>(size, grey));
 }
 
@@ -86,20 +88,36 @@ void repaintADraggedHandle(benchmark::State& state) {
     area->SetAreaMode(false);
 }
 
-void showANewPicture(benchmark::State& state) {
+/// A picture so many \p times as wide and high as the viewer.
+void showPictures(benchmark::State& state, int times, bool isAlwaysOpenGl) {
     Scene scene;
+    dynamic_cast<qor::desktop::SpaceViewerPeer&>(*scene.window.viewer().GetPeer())
+        .setAlwaysOpenGl(isAlwaysOpenGl);
     QorVar<Qor2DImagePixelRep> shown;
     unsigned char grey = 0;
     for (auto _ : state) {
         state.PauseTiming();
-        const QorPixelImage_var picture = newPicture(grey++);
+        const QorPixelImage_var picture = newPicture(grey++, times);
         state.ResumeTiming();
         scene.overlay->RemoveRep(shown.Get());
         shown =
             QorMake<Qor2DImagePixelRep>(QorMathPoint2D{-0.5 * width, -0.5 * height}, picture.Get());
+        shown->SetZoom(1.0 / times, 1.0 / times);
         scene.overlay->AddRep(shown.Get());
         scene.repaint();
     }
+}
+
+void showANewPicture(benchmark::State& state) {
+    showPictures(state, 1, false);
+}
+
+void showANewPictureWithOpenGl(benchmark::State& state) {
+    showPictures(state, 1, true);
+}
+
+void showANewLargePicture(benchmark::State& state) {
+    showPictures(state, 5, false);
 }
 
 BENCHMARK(repaintNothingNew)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
@@ -108,5 +126,13 @@ BENCHMARK(repaintADraggedHandle)
     ->MeasureProcessCPUTime()
     ->UseRealTime();
 BENCHMARK(showANewPicture)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(showANewPictureWithOpenGl)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
+BENCHMARK(showANewLargePicture)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
 
 } // namespace
