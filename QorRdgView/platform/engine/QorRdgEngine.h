@@ -8,6 +8,9 @@
 #include <memory>
 #include <optional>
 
+class QorDialog;
+class QorRdgCustomFrame;
+
 /// One order to render.
 struct QorRdgRequest {
     QorIRdgWorld* world = nullptr;
@@ -63,4 +66,14 @@ public:
     /// refuses.
     [[nodiscard]] virtual std::unique_ptr<QorRdgRender> Start(const QorRdgRequest& iRequest,
                                                               QorUnicodeString& oReason) = 0;
+
+    /// Pages of its own in the dialog of a shooting.
+    [[nodiscard]] virtual int CountCustomFrames() const { return 0; }
+
+    /// Builds page \p iIndex, counted from 0, as a child of \p iPage, and names it; null when it
+    /// cannot.
+    [[nodiscard]] virtual QorRdgCustomFrame*
+    CreateCustomFrame(int /*iIndex*/, QorDialog* /*iPage*/, QorUnicodeString& /*oTitle*/) {
+        return nullptr;
+    }
 };

@@ -117,9 +117,9 @@ QorResult QorRdgEngineManager::StartRender(QorIRdgWorld* iWorld,
     if (!accepted) {
         job->record.status = Status::Refused;
         job->record.message = reason;
+        EndNow(std::move(job)); // before the display, which may start another
         if (iDisplay != nullptr)
             iDisplay->SetMessage(reason);
-        EndNow(std::move(job));
         return E_FAIL;
     }
     waiting = std::move(job);
@@ -290,17 +290,4 @@ QorResult QorRdgEngineManager::GetLastRender(QorPixelImage*& oImage, QorRdgWindo
     oImage = QorPixelImage_var(lastPicture).Detach();
     oRegion = lastRegion;
     return S_OK;
-}
-
-QorResult QorRdgEngineManager::GetCustomFrameCount(int& oCount) {
-    oCount = 0;
-    return S_OK;
-}
-
-QorResult QorRdgEngineManager::CreateCustomFrame(int /*iIndex*/,
-                                                 QorDialog* /*iPage*/,
-                                                 QorDlgFrame*& oFrame,
-                                                 QorUnicodeString& /*oTitle*/) {
-    oFrame = nullptr;
-    return E_FAIL;
 }

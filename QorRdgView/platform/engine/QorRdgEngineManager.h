@@ -6,9 +6,6 @@
 
 #include <deque>
 
-class QorDialog;
-class QorDlgFrame;
-
 /// The library's one door to rendering. One render runs at a time: a start while another runs
 /// aborts that one, and its RENDER_DONE is dispatched before the new one begins. RENDER_DONE is
 /// always posted, once for every start, refused ones included. User-interface thread only.
@@ -85,10 +82,14 @@ class QorRdgEngineManager
 
     [[nodiscard]] const QorUnicodeString& GetMessage() const { return record.message; }
 
-    /// Pages that the engine adds to the shooting dialog: none.
+    /// How many pages the engine adds to the dialog of a shooting.
     QorResult GetCustomFrameCount(int& oCount);
-    QorResult
-    CreateCustomFrame(int iIndex, QorDialog* iPage, QorDlgFrame*& oFrame, QorUnicodeString& oTitle);
+    /// Builds one of them, counted from 0, as a child of \p iPage. E_FAIL, with a null frame and an
+    /// empty title, when the engine has no such page or cannot build it.
+    QorResult CreateCustomFrame(int iIndex,
+                                QorDialog* iPage,
+                                QorRdgCustomFrame*& oFrame,
+                                QorUnicodeString& oTitle);
 
 protected:
     ~QorRdgEngineManager() override;

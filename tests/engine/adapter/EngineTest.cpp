@@ -191,6 +191,22 @@ TEST_F(EngineTest, RefusesAWorldWithoutACamera) {
     EXPECT_THAT(display->messages, testing::Each(HasSubstr("camera")));
 }
 
+/// A world too large to be collected.
+class EndlessWorld : public QorImplements<QorBaseUnknown, QorIRdgWorld> {
+public:
+    QorResult Collect(QorRdgSnapshot& /*oSnapshot*/) override { throw std::bad_alloc(); }
+};
+
+TEST_F(EngineTest, RefusesWhatThereIsNoMemoryFor) {
+    const QorVar<EndlessWorld> world = QorMake<EndlessWorld>();
+    EXPECT_EQ(Manager().StartRender(world, display, options, true, 16, 12, nullptr, false, true),
+              E_FAIL);
+    TurnUntil([this] { return !done.empty(); });
+    EXPECT_THAT(done, ElementsAre(Status::Refused));
+    EXPECT_THAT(display->messages, ElementsAre(HasSubstr("not enough memory")));
+    EXPECT_THAT(Manager().GetMessage().Str(), HasSubstr("not enough memory"));
+}
+
 TEST_F(EngineTest, AnEmptyViewerGivesItsBackground) {
     viewer->GetMain3DViewpoint()->RemoveRep(
         viewer->GetMain3DViewpoint()->GetRoot().GetChildren().front());

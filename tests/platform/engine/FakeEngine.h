@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/engine/QorRdgCustomFrame.h"
 #include "platform/engine/QorRdgEngineManager.h"
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,7 +22,21 @@ struct FakeScript {
     QorUnicodeString refusal;
     std::vector<QorRdgRequest> requests;
     int detached = 0;
-    bool settled = true; ///< the picture of a render that has ended is there
+    bool settled = true;            ///< the picture of a render that has ended is there
+    std::vector<std::string> pages; ///< that the engine adds; one without a title fails
+};
+
+/// A page that writes down what it is told.
+class FakeFrame : public QorRdgCustomFrame {
+public:
+    using QorRdgCustomFrame::QorRdgCustomFrame;
+
+    void SetRenderOptions(QorIRdgOptions* iOptions) override { told.push_back(iOptions); }
+
+    std::vector<QorIRdgOptions*> told;
+
+protected:
+    ~FakeFrame() override = default;
 };
 
 class FakeRender : public QorRdgRender {
@@ -58,6 +74,16 @@ public:
         return script.refusal.IsNull() ? std::make_unique<FakeRender>(script) : nullptr;
     }
 
+    [[nodiscard]] int CountCustomFrames() const override {
+        return static_cast<int>(script.pages.size());
+    }
+
+    QorRdgCustomFrame*
+    CreateCustomFrame(int iIndex, QorDialog* iPage, QorUnicodeString& oTitle) override {
+        oTitle = QorUnicodeString(script.pages[static_cast<std::size_t>(iIndex)]);
+        return oTitle.IsNull() ? nullptr : new FakeFrame(iPage, "customFrame");
+    }
+
 private:
     FakeScript& script;
 };
@@ -72,6 +98,8 @@ class FakeDisplay : public QorImplements<QorBaseUnknown, QorIRdgDisplay> {
 public:
     QorResult Draw(QorPixelImage* iImage) override {
         log.push_back("draw " + std::to_string(iImage->GetWidth()));
+        if (const auto act = onDraw)
+            act();
         return S_OK;
     }
 
@@ -91,9 +119,13 @@ public:
 
     QorResult SetMessage(QorUnicodeString& iText) override {
         log.push_back(iText.Str());
+        if (const auto act = onMessage)
+            act();
         return E_FAIL;
     }
 
     std::vector<std::string> log;
+    std::function<void()> onDraw;
+    std::function<void()> onMessage;
     bool abort = false;
 };

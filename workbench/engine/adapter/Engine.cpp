@@ -49,6 +49,17 @@ Engine::~Engine() {
 
 std::unique_ptr<QorRdgRender> Engine::Start(const QorRdgRequest& request,
                                             QorUnicodeString& reason) {
+    try {
+        return startOrRefuse(request, reason);
+    } catch (const std::bad_alloc&) {
+        return refuse(reason, "there is not enough memory to render");
+    } catch (const std::system_error& failure) {
+        return refuse(reason, failure.what());
+    }
+}
+
+std::unique_ptr<QorRdgRender> Engine::startOrRefuse(const QorRdgRequest& request,
+                                                    QorUnicodeString& reason) {
     QorRdgSnapshot snapshot;
     if (request.world == nullptr || !QorSucceeded(request.world->Collect(snapshot)))
         return refuse(reason, "there is no camera to render from");
@@ -61,17 +72,11 @@ std::unique_ptr<QorRdgRender> Engine::Start(const QorRdgRequest& request,
         return refuse(reason, "the camera cannot take a picture: its eye, target and up direction, "
                               "or its field of view, make no view");
     applyBackground(request.options, snapshot);
-    try {
-        SceneRecipe recipe = sceneRecipe(snapshot);
-        addRoom(recipe, options);
-        auto task = std::make_shared<RenderTask>(std::move(recipe), options, cache_);
-        workers_.start([task] { task->run(); });
-        return std::make_unique<RunningRender>(std::move(task));
-    } catch (const std::bad_alloc&) {
-        return refuse(reason, "there is not enough memory to render");
-    } catch (const std::system_error& failure) {
-        return refuse(reason, failure.what());
-    }
+    SceneRecipe recipe = sceneRecipe(snapshot);
+    addRoom(recipe, options);
+    auto task = std::make_shared<RenderTask>(std::move(recipe), options, cache_);
+    workers_.start([task] { task->run(); });
+    return std::make_unique<RunningRender>(std::move(task));
 }
 
 void Engine::prepare(const QorRdgSnapshot& snapshot) {

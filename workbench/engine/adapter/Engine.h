@@ -36,6 +36,10 @@ public:
     int workersRunning() const { return workers_.running(); }
 
 private:
+    /// Start, by exceptions too.
+    std::unique_ptr<QorRdgRender> startOrRefuse(const QorRdgRequest& request,
+                                                QorUnicodeString& reason);
+
     std::shared_ptr<ContentCache> cache_;
     Workers workers_;
 };
