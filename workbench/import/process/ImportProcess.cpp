@@ -50,8 +50,11 @@ void setLimit(int resource, rlim_t value) {
 
 // Runs in the child between fork and exec, where only calls that are safe in a signal handler are
 // allowed.
-[[noreturn]] void becomeChild(char* const* arguments, int output, std::uint64_t memoryBytes) {
+[[noreturn]] void
+becomeChild(pid_t parent, char* const* arguments, int output, std::uint64_t memoryBytes) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) // gone before the line above
+        _exit(cannotStart);
     dup2(output, STDOUT_FILENO);
     const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
     dup2(nowhere, STDIN_FILENO);
@@ -87,9 +90,10 @@ void ImportProcess::start(const ImportRequest& request) {
     std::array<int, 2> pipe{};
     if (pipe2(pipe.data(), O_CLOEXEC) != 0)
         return finish(ImportEnd::Failed, std::string("no pipe: ") + std::strerror(errno));
+    const pid_t self = getpid();
     child_ = fork();
     if (child_ == 0)
-        becomeChild(arguments.data(), pipe[1], request.memoryBytes);
+        becomeChild(self, arguments.data(), pipe[1], request.memoryBytes);
     close(pipe[1]);
     output_ = pipe[0];
     fcntl(output_, F_SETFL, O_NONBLOCK);
