@@ -29,6 +29,20 @@ TEST(Memory, ThatIsFreeIsReadFromTheSystemsList) {
     EXPECT_EQ(memoryAvailable(other), std::nullopt);
 }
 
+TEST(Memory, OfAConfinedGroupIsItsLimitLessWhatItCannotForget) {
+    const auto allowed = [](const char* most, const char* taken, const char* kinds) {
+        std::istringstream limit(most);
+        std::istringstream used(taken);
+        std::istringstream list(kinds);
+        return memoryAllowed(limit, used, list);
+    };
+    EXPECT_EQ(allowed("5000\n", "3000\n", "anon 800\ninactive_file 1200\n"), 3200U);
+    EXPECT_EQ(allowed("5000\n", "3000\n", ""), 2000U);
+    EXPECT_EQ(allowed("5000\n", "6000\n", ""), 0U);
+    EXPECT_EQ(allowed("max\n", "3000\n", ""), std::nullopt);
+    EXPECT_EQ(allowed("", "", ""), std::nullopt);
+}
+
 TEST(Memory, SufficesForPicturesAsTheyAreAndNotForAnyPicture) {
     EXPECT_EQ(findShortageOfMemory(optionsFor(640, 480)), "");
     const std::string reason = findShortageOfMemory(optionsFor(2'000'000, 2'000'000));

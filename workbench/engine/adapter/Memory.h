@@ -16,8 +16,13 @@ namespace qor::adapter {
 /// when it does not.
 [[nodiscard]] std::optional<std::uint64_t> memoryAvailable(std::istream& list);
 
-/// Why a render does not fit into the memory of this machine; empty when it does. Where memory is
-/// promised and not kept, asking for it would not fail, but end the program.
+/// The same of a group of programs that may not take all of the machine's: from its limit, what it
+/// uses, and the list of the kinds of that; nothing when there is no limit.
+[[nodiscard]] std::optional<std::uint64_t>
+memoryAllowed(std::istream& limit, std::istream& used, std::istream& kinds);
+
+/// Why a render does not fit into the memory of this machine or group; empty when it does. Where
+/// memory is promised and not kept, asking for it would not fail, but end the program.
 [[nodiscard]] std::string findShortageOfMemory(const engine::RenderOptions& options);
 
 } // namespace qor::adapter
