@@ -1,5 +1,8 @@
 #include "tests/engine/qorrender/RenderProgram.h"
 
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
 #include <sstream>
 
 namespace {
@@ -69,22 +72,59 @@ TEST_F(RenderProgram, ASceneTakesThePlaceOfTheFilesLight) {
 TEST_F(RenderProgram, TellsItsProgressAsJsonLines) {
     ASSERT_EQ(run(view + "-o a.png --progress json"), 0);
     std::istringstream lines(folder.Read("errors"));
-    std::string line;
-    int count = 0;
-    for (; std::getline(lines, line); ++count) {
-        EXPECT_EQ(line.front(), '{') << line;
-        EXPECT_EQ(line.back(), '}') << line;
-        EXPECT_NE(line.find("\"stage\""), std::string::npos) << line;
+    std::vector<std::string> stages;
+    double last = 0;
+    for (std::string line; std::getline(lines, line);) {
+        const auto told = nlohmann::json::parse(line);
+        EXPECT_EQ(told.at("event"), "progress") << line;
+        const double fraction = told.at("fraction");
+        EXPECT_GE(fraction, 0.0);
+        EXPECT_LE(fraction, 1.0);
+        const std::string stage = told.at("stage");
+        if (stages.empty() || stages.back() != stage)
+            stages.push_back(stage);
+        else
+            EXPECT_GE(fraction, last) << line;
+        last = fraction;
     }
-    EXPECT_GT(count, 2);
+    ASSERT_FALSE(stages.empty());
+    EXPECT_EQ(stages.front(), "import");
+    EXPECT_EQ(stages.back(), "write");
+    EXPECT_EQ(last, 1.0);
+    for (const std::string& stage : stages)
+        EXPECT_EQ(std::count(stages.begin(), stages.end(), stage), 1) << stage;
 }
 
 TEST_F(RenderProgram, CountsWhatItDid) {
-    ASSERT_EQ(run(view + "-o a.png --stats s.json"), 0) << folder.Read("errors");
-    const std::string text = folder.Read("s.json");
-    for (const char* key :
-         {"render_s", "read_s", "build_s", "rays", "camera", "shadow", "passes", "peak_bytes"})
-        EXPECT_NE(text.find("\"" + std::string(key) + "\""), std::string::npos) << key;
+    for (const char* words : {"--quality 0", "--quality 1 --final-gather off --diffuse-bounces 2",
+                              "--quality 0 --region 12,20,19,26"}) {
+        SCOPED_TRACE(words);
+        ASSERT_EQ(run(eye + "--size 40x30 -o a.png --stats s.json " + words), 0)
+            << folder.Read("errors");
+        const auto stats = nlohmann::json::parse(folder.Read("s.json"));
+        std::uint64_t sum = 0;
+        for (const char* kind :
+             {"camera", "shadow", "reflection", "refraction", "diffuse", "gather"})
+            sum += stats.at("rays").at(kind).get<std::uint64_t>();
+        EXPECT_EQ(stats.at("rays").at("total"), sum);
+        const bool isPart = std::string(words).find("region") != std::string::npos;
+        const int pixels = isPart ? 7 * 6 : 40 * 30;
+        EXPECT_EQ(stats.at("pixels"), pixels);
+        EXPECT_EQ(stats.at("triangles"), 2);
+        EXPECT_GE(stats.at("passes"), 1);
+        EXPECT_GE(stats.at("samples"), pixels);
+        EXPECT_GE(stats.at("rays").at("camera"), pixels);
+        const bool gathers = std::string(words).find("gather off") == std::string::npos;
+        EXPECT_EQ(stats.at("rays").at("gather") > 0, gathers);
+        EXPECT_EQ(stats.at("rays").at("diffuse") > 0, !gathers);
+        for (const char* time :
+             {"read_s", "scene_s", "build_s", "gather_s", "trace_s", "render_s", "write_s"})
+            EXPECT_GE(stats.at(time), 0.0) << time;
+        EXPECT_GT(stats.at("read_s"), 0.0);
+        EXPECT_GE(stats.at("render_s").get<double>() + 1e-3,
+                  stats.at("build_s").get<double>() + stats.at("trace_s").get<double>());
+        EXPECT_GT(stats.at("peak_bytes"), stats.at("scene_bytes"));
+    }
 }
 
 TEST_F(RenderProgram, AFullDiskLeavesTheOldFile) {
