@@ -23,11 +23,11 @@ class QorRdgEngineManager
 
     [[nodiscard]] QorCallbackManager* GetCallbackManager() { return &callbacks; }
 
-    /// Whether a picture is drawn while it is refined (A), and whether the picture before is shown
-    /// until then (B).
+    /// Whether the renders to come are drawn while they are refined, or only when they are done.
     void SetRenderSwitchA(bool iOn) { showRefinement = iOn; }
 
-    void SetRenderSwitchB(bool iOn) { keepLast = iOn; }
+    /// Clients set it beside the other; no render of ours depends on it.
+    void SetRenderSwitchB(bool /*iOn*/) {}
 
     /// Starts a render of \p iWidth × \p iHeight pixels, or of \p iRegion of them; x from the left,
     /// y from the bottom, clipped to the output. \p iInteractive: a coarse picture at once. \p
@@ -142,5 +142,4 @@ private:
     QorTimerId settling = 0; ///< looks whether the picture of the first end is there
     int displayUpdates = 0;
     bool showRefinement = true;
-    bool keepLast = false;
 };

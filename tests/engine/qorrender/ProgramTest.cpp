@@ -139,6 +139,14 @@ TEST_F(RenderProgram, AFullDiskLeavesTheOldFile) {
     EXPECT_EQ(folder.List().size(), 3U) << "something is left";
 }
 
+TEST_F(RenderProgram, NamesTheTemporaryFolderThatItCannotMake) {
+    folder.Write("old.png", "old");
+    EXPECT_EQ(run(view + "-o old.png", "export TMPDIR=/no/such/folder;"), 1);
+    EXPECT_NE(folder.Read("errors").find("/no/such/folder"), std::string::npos)
+        << folder.Read("errors");
+    EXPECT_EQ(folder.Read("old.png"), "old");
+}
+
 TEST_F(RenderProgram, RefusesSizesBeyondMeasureWithASentence) {
     for (const char* size : {"65536x65536", "2147483647x2147483647", "300000x1000"}) {
         EXPECT_EQ(run("-o a.png --size " + std::string(size) + " model.obj"), 1) << size;

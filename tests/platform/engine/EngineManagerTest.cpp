@@ -146,6 +146,16 @@ TEST_F(EngineManager, CallsNoDisplayWhileOneRepaints) {
     Manager().StopRender();
 }
 
+TEST_F(EngineManager, WithoutTheFirstSwitchOnlyTheLastPictureIsDrawn) {
+    script.progress = {Picture(30, false), Picture(60, false), Picture(99, true)};
+    Manager().SetRenderSwitchA(false);
+    EXPECT_EQ(Start(), S_OK);
+    Manager().SetRenderSwitchA(true); // for the next start
+    for (int i = 0; i < 3; ++i)
+        Pump();
+    EXPECT_THAT(display->log, ElementsAre("0", "30", "60", "draw 8", "100"));
+}
+
 TEST_F(EngineManager, AFailureOnTheWayIsReportedWithItsReason) {
     QorRdgProgress failure = Percent(40);
     failure.finished = true;

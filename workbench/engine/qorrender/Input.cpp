@@ -29,11 +29,12 @@ class TemporaryFolder {
 public:
     TemporaryFolder() {
         std::error_code error;
-        fs::path parent = fs::temp_directory_path(error);
+        const char* const asked = std::getenv("TMPDIR");
+        const fs::path parent = asked != nullptr ? asked : fs::temp_directory_path(error);
         std::string name = (parent / "qorrender-XXXXXX").string();
         if (error || mkdtemp(name.data()) == nullptr)
-            throw Failure("no temporary folder can be made: " +
-                          (error ? error.message() : name + ": " + std::strerror(errno)));
+            throw Failure("no temporary folder can be made: " + name + ": " +
+                          (error ? error.message() : std::strerror(errno)));
         path_ = name;
     }
 
