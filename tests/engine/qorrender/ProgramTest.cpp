@@ -29,7 +29,14 @@ TEST_F(RenderProgram, WritesFloatsThatAreUprightAndRepeat) {
 TEST_F(RenderProgram, WritesTheRegionAskedFor) {
     const std::string plain = view + "--final-gather off ";
     ASSERT_EQ(run(plain + "-o part.pfm --region 4,2,10,9"), 0) << folder.Read("errors");
-    EXPECT_EQ(folder.Read("part.pfm").rfind("PF\n6 7\n", 0), 0U);
+    const std::string part = folder.Read("part.pfm");
+    EXPECT_EQ(part.rfind("PF\n6 7\n", 0), 0U);
+    ASSERT_EQ(run(plain + "-o whole.pfm"), 0) << folder.Read("errors");
+    const std::string whole = folder.Read("whole.pfm");
+    for (int y = 0; y < 7; ++y)
+        for (int x = 0; x < 6; ++x)
+            EXPECT_NEAR(valueAt(part, 6, 7, x, y), valueAt(whole, 16, 12, 4 + x, 2 + y), 1e-6)
+                << x << ", " << y;
     EXPECT_EQ(run(view + "-o none.pfm --region 40,40,50,50"), 1);
     EXPECT_FALSE(std::filesystem::exists(folder.GetPath("none.pfm")));
 }
