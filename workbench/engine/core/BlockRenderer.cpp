@@ -31,26 +31,6 @@ Hit hitOf(const RayHitPacket& packet, std::size_t lane) {
             packet.hit.u[lane], packet.hit.v[lane]};
 }
 
-/// Adds the lanes of a packet, which lie in \p pixels in rising order, to their sums.
-void addUp(const LaneColors& lanes, const Int8& pixels, BlockSums& sums) {
-    const Float8 light = luminance(lanes.color);
-    const Float8 squares = light * light;
-    const auto add = [&](int pixel, float r, float g, float b, float a, float square) {
-        float* rgba = sums.rgba.data() + static_cast<std::ptrdiff_t>(4) * pixel;
-        rgba[0] += r;
-        rgba[1] += g;
-        rgba[2] += b;
-        rgba[3] += a;
-        sums.squares[static_cast<std::size_t>(pixel)] += square;
-    };
-    const Vec3x8& c = lanes.color;
-    if (pixels[0] == pixels[packetWidth - 1])
-        return add(pixels[0], sumOf(c.x), sumOf(c.y), sumOf(c.z), sumOf(lanes.alpha),
-                   sumOf(squares));
-    for (std::size_t i = 0; i < packetWidth; ++i)
-        add(pixels[i], c.x[i], c.y[i], c.z[i], lanes.alpha[i], squares[i]);
-}
-
 /// What all rays see that meet nothing, where it is the same in all directions.
 std::optional<Color> evenBackground(const CompiledScene& scene) {
     const EnvironmentMap& environment = scene.environment();

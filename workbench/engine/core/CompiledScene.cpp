@@ -21,6 +21,11 @@ Color absorptionOf(const Material& m) {
     return {one(m.attenuationColor.x), one(m.attenuationColor.y), one(m.attenuationColor.z)};
 }
 
+/// Whether it is more than matt.
+bool reflects(const Material& m) {
+    return m.metallic > 0.0F || m.specular > 0.0F || m.clearcoat > 0.0F || m.transmission > 0.0F;
+}
+
 CompiledMaterial compile(const Material& source, const RenderOptions& options) {
     CompiledMaterial result{source};
     Material& m = result.material;
@@ -85,8 +90,9 @@ void addInstance(Box& box, const Instance& instance) {
 } // namespace
 
 Result<CompiledScenePtr> CompiledScene::create(Scene scene, const RenderOptions& options) {
-    static_cast<void>(
-        directionalAlbedo(1.0F, 1.0F)); // its table belongs to preparation, not to the first tile
+    // Tables belong to preparation, not to the first tile.
+    if (std::any_of(scene.materials.begin(), scene.materials.end(), reflects))
+        static_cast<void>(albedoTable());
     for (const Material& m : scene.materials)
         if (m.transmission > 0.0F && m.roughness > 0.0F && !m.thinWalled)
             for (const float eta : {m.ior, 1.0F / m.ior})

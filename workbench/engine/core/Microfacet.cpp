@@ -71,7 +71,8 @@ DirectionalAlbedo integrate(float cosTheta, float roughness) {
         if (wi.z <= 0.0F)
             continue;
         const float weight = ggx::visibleFromBoth(wo, wi, alpha) / ggx::visible(wo, alpha);
-        const float grazing = std::pow(std::max(0.0F, 1.0F - cosH), 5.0F);
+        const float slant = std::max(0.0F, 1.0F - cosH);
+        const float grazing = slant * slant * slant * slant * slant;
         sum.scale += weight * (1.0F - grazing);
         sum.bias += weight * grazing;
     }

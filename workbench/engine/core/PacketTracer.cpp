@@ -6,57 +6,7 @@ namespace {
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
 
-Vec3 laneOf(const Vec3x8& v, std::size_t lane) {
-    return {v.x[lane], v.y[lane], v.z[lane]};
-}
-
 } // namespace
-
-/// Eight paths on their way: PathState, lane by lane. They have been scattered equally often.
-struct PacketTracer::Paths {
-    LaneSampler sampler;
-    alignas(32) RayHitPacket packet;
-    Int8 on{};
-    Vec3x8 throughput{Vec3{1.0F, 1.0F, 1.0F}};
-    LaneCones cones;
-    Float8 pdf = eight(infinity);
-    Float8 pick = eight(1.0F);
-    Float8 roughness{};
-    Int8 straight = Int8{} - 1;
-    Int8 lightsOnly{};
-    Int8 lightsCounted{};
-    Int8 reflections;
-    Int8 diffuse;
-    Int8 total;
-    int bounces = 0;
-
-    Paths(const LanePlaces& places, const RayCone& cone, const PathBudget& budget)
-        : sampler(places)
-        , cones{eight(cone.width), eight(cone.spread)}
-        , reflections(Int8{} + budget.reflections)
-        , diffuse(Int8{} + budget.diffuse)
-        , total(Int8{} + budget.total) {}
-
-    /// One of them alone.
-    PathState of(std::size_t lane, const PathBudget& budget) const {
-        PathState state;
-        const RTCRay8& ray = packet.ray;
-        state.origin = {ray.org_x[lane], ray.org_y[lane], ray.org_z[lane]};
-        state.direction = {ray.dir_x[lane], ray.dir_y[lane], ray.dir_z[lane]};
-        state.throughput = laneOf(throughput, lane);
-        state.budget = {reflections[lane], budget.refractions, diffuse[lane], total[lane]};
-        state.cone = {cones.width[lane], cones.spread[lane]};
-        state.pdf = pdf[lane];
-        state.lightPick = pick[lane];
-        state.roughness = roughness[lane];
-        state.bounces = bounces;
-        state.lightsCounted = lightsCounted[lane] != 0;
-        state.lightsOnly = lightsOnly[lane] != 0;
-        state.straight = straight[lane] != 0;
-        state.seesBackground = false;
-        return state;
-    }
-};
 
 PacketTracer::PacketTracer(const CompiledScene& scene,
                            const RenderOptions& options,
@@ -78,7 +28,7 @@ PacketTracer::PacketTracer(const CompiledScene& scene,
     }
 }
 
-LaneBsdf PacketTracer::bsdfOf(const Paths& paths, const SurfaceLanes& surface) const {
+LaneBsdf PacketTracer::bsdfOf(const LanePaths& paths, const SurfaceLanes& surface) const {
     LaneMaterials material = surface.material;
     // As PathTracer::vertexAt: what rough reflectors focus could be found only by chance.
     if (!options_.caustics)
@@ -87,7 +37,7 @@ LaneBsdf PacketTracer::bsdfOf(const Paths& paths, const SurfaceLanes& surface) c
 }
 
 /// See PathTracer::setProbabilities.
-void PacketTracer::setProbabilities(const Paths& paths, LaneVertex& vertex) const {
+void PacketTracer::setProbabilities(const LanePaths& paths, LaneVertex& vertex) const {
     const EnvironmentMap& sky = scene_.environment();
     const bool evenSky = sky.diffuseShare() > 0.0F && !sky.isSampled();
     const bool ambient = maxComponent(scene_.ambient()) > 0.0F;
@@ -107,7 +57,7 @@ void PacketTracer::setProbabilities(const Paths& paths, LaneVertex& vertex) cons
 }
 
 /// See PathTracer::bounded.
-Vec3x8 PacketTracer::bounded(const Paths& paths, const Vec3x8& light) const {
+Vec3x8 PacketTracer::bounded(const LanePaths& paths, const Vec3x8& light) const {
     const float most = options_.brightestIndirect;
     if (!(most > 0.0F) || paths.bounces == 0)
         return light;
@@ -117,7 +67,7 @@ Vec3x8 PacketTracer::bounded(const Paths& paths, const Vec3x8& light) const {
 
 /// Light of the surfaces that the paths of \p on have met, and where they go on. False when none
 /// does.
-bool PacketTracer::shade(Paths& paths,
+bool PacketTracer::shade(LanePaths& paths,
                          const SurfaceLanes& surface,
                          const Int8& on,
                          LaneColors& colors,
@@ -134,9 +84,8 @@ bool PacketTracer::shade(Paths& paths,
 }
 
 /// Chooses where each lane goes on, as PathTracer does; fewer lanes where chance ends paths.
-Int8 PacketTracer::scatter(Paths& paths, const LaneVertex& vertex, RayCounts& counts) const {
+Int8 PacketTracer::scatter(LanePaths& paths, const LaneVertex& vertex, RayCounts& counts) const {
     const LaneBsdf& bsdf = vertex.bsdf;
-    const SurfaceLanes& surface = vertex.surface;
     if (bitsOf(vertex.on & (vertex.diffuse + vertex.specular > 0.0F)) == 0)
         return Int8{};
     Float8 u;
@@ -144,48 +93,21 @@ Int8 PacketTracer::scatter(Paths& paths, const LaneVertex& vertex, RayCounts& co
     paths.sampler.next2D(vertex.on, u, v);
     Int8 diffuse = vertex.on & (vertex.diffuse > 0.0F);
     LaneBsdf::Samples sample = bsdf.sampleDiffuse(u, v);
-    Float8 chance = vertex.diffuse;
+    sample.valid &= diffuse;
     if (bsdf.anyShines()) {
         const Int8 asked = vertex.on & bsdf.shining();
         const Float8 choice = paths.sampler.next1D(asked);
         diffuse &= ~asked | (choice < vertex.diffuse);
-        const LaneBsdf::Samples mirrored = bsdf.sampleSpecular(u, v);
         const Int8 specular = asked & ~diffuse & (choice - vertex.diffuse < vertex.specular);
+        const LaneBsdf::Samples mirrored = bsdf.sampleSpecular(u, v);
         sample.direction = select(diffuse, sample.direction, mirrored.direction);
         sample.weight = select(diffuse, sample.weight, mirrored.weight);
         sample.pdf = diffuse ? sample.pdf : mirrored.pdf;
         sample.valid = (diffuse & sample.valid) | (specular & mirrored.valid);
-        chance = diffuse ? vertex.diffuse : vertex.specular;
-    } else {
-        sample.valid &= diffuse;
     }
-    const Float8 below = least(dot(sample.direction, surface.flat), Float8{});
-    if (bitsOf(below < 0.0F) != 0)
-        sample.direction =
-            select(below < 0.0F, normalize(sample.direction - surface.flat * (2.0F * below)),
-                   sample.direction);
-    putRays(paths.packet.ray, surface, sample.direction);
-    paths.throughput = paths.throughput * sample.weight * (1.0F / chance);
-    paths.pdf = sample.pdf * chance;
     paths.pick = lights_.picks(vertex);
-    paths.lightsOnly = (paths.total <= 0) | ((diffuse ? paths.diffuse : paths.reflections) <= 0);
-    paths.lightsCounted = diffuse;
-    paths.straight &= ~diffuse;
-    paths.cones.width = surface.footprint;
-    paths.cones.spread = diffuse ? eight(diffuseSpread) : paths.cones.spread + bsdf.alpha() * 0.25F;
-    paths.roughness = greatest(paths.roughness, diffuse ? eight(1.0F) : squareRoot(bsdf.alpha()));
-    paths.total -= 1;
-    paths.diffuse += diffuse;
-    paths.reflections -= 1 + diffuse;
-    ++paths.bounces;
-    const Float8 most = largestOf(paths.throughput);
-    Int8 on = vertex.on & sample.valid & (most > 0.0F);
-    if (paths.bounces > certainBounces) {
-        const Float8 survival = least(greatest(most, eight(leastChance)), eight(1.0F));
-        const Int8 asked = on & (survival < 1.0F);
-        on &= ~asked | (paths.sampler.next1D(asked) < survival);
-        paths.throughput = paths.throughput * (1.0F / survival);
-    }
+    paths.follow(vertex, sample, diffuse, diffuse ? vertex.diffuse : vertex.specular);
+    const Int8 on = paths.survivors(vertex.on & sample.valid);
     countRays(on, diffuse, counts);
     return on;
 }
@@ -196,7 +118,7 @@ void PacketTracer::countRays(const Int8& on, const Int8& diffuse, RayCounts& cou
 }
 
 /// Traces the rays on their way; the lanes that have met something.
-Int8 PacketTracer::query(Paths& paths) const {
+Int8 PacketTracer::query(LanePaths& paths) const {
     RayHitPacket& packet = paths.packet;
     for (int i = 0; i < packetWidth; ++i) {
         packet.hit.geomID[i] = Hit::none;
@@ -214,7 +136,7 @@ Int8 PacketTracer::query(Paths& paths) const {
 }
 
 /// Follows the paths of \p asked to their ends one by one; the others stay.
-Int8 PacketTracer::goAlone(Paths& paths,
+Int8 PacketTracer::goAlone(LanePaths& paths,
                            const Int8& asked,
                            LaneColors& colors,
                            PathTracer& single) const {
@@ -228,7 +150,7 @@ Int8 PacketTracer::goAlone(Paths& paths,
 }
 
 /// Lights of the list that rays run into before anything else.
-void PacketTracer::seeLights(const Paths& paths,
+void PacketTracer::seeLights(const LanePaths& paths,
                              const Int8& met,
                              LaneColors& colors,
                              PathTracer& single) const {
@@ -244,7 +166,7 @@ void PacketTracer::seeLights(const Paths& paths,
 }
 
 /// See PathTracer::leaving.
-void PacketTracer::leave(const Paths& paths,
+void PacketTracer::leave(const LanePaths& paths,
                          const Int8& left,
                          LaneColors& colors,
                          PathTracer& single) const {
@@ -260,7 +182,7 @@ void PacketTracer::leave(const Paths& paths,
 }
 
 /// One more ray of each path and what it meets. False when no path goes on.
-bool PacketTracer::bounce(Paths& paths, LaneColors& colors, PathTracer& single) const {
+bool PacketTracer::bounce(LanePaths& paths, LaneColors& colors, PathTracer& single) const {
     Int8 met = query(paths);
     const Int8 shaded = met & ~paths.lightsOnly;
     std::optional<SurfaceLanes> surface;
@@ -290,7 +212,7 @@ unsigned PacketTracer::trace(const LanePlaces& places,
     const Int8 hit = load(packet.hit.geomID) != static_cast<int>(Hit::none);
     if (bitsOf(hit) == 0)
         return 0;
-    Paths paths(places, cone, budget_);
+    LanePaths paths(places, cone, budget_);
     const SurfaceLanes surface(scene_, packet, hit, paths.cones);
     const Int8 on = hit & ~surface.other;
     if (bitsOf(on) != 0 && shade(paths, surface, on, colors, single.counts()))

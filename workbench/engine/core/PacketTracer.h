@@ -1,25 +1,9 @@
 #pragma once
 
-#include "workbench/engine/core/LaneLights.h"
+#include "workbench/engine/core/LaneColors.h"
+#include "workbench/engine/core/LanePaths.h"
 
 namespace qor::engine {
-
-/// What a packet of camera rays brought back.
-struct LaneColors {
-    Vec3x8 color;
-    Float8 alpha{};
-
-    void set(std::size_t lane, const Color& c, float a) {
-        color.set(lane, c);
-        alpha[lane] = a;
-    }
-
-    void add(std::size_t lane, const Color& c) {
-        color.x[lane] += c.x;
-        color.y[lane] += c.y;
-        color.z[lane] += c.z;
-    }
-};
 
 /// The short way for what products are mostly made of: opaque surfaces, matt or shining, without a
 /// coat. Eight paths are followed side by side and shaded at once, so that little but ray tracing
@@ -45,24 +29,25 @@ public:
                    PathTracer& single) const;
 
 private:
-    struct Paths;
-
-    bool shade(Paths& paths,
+    bool shade(LanePaths& paths,
                const SurfaceLanes& surface,
                const Int8& on,
                LaneColors& colors,
                RayCounts& counts) const;
-    LaneBsdf bsdfOf(const Paths& paths, const SurfaceLanes& surface) const;
-    void setProbabilities(const Paths& paths, LaneVertex& vertex) const;
-    Vec3x8 bounded(const Paths& paths, const Vec3x8& light) const;
-    Int8 scatter(Paths& paths, const LaneVertex& vertex, RayCounts& counts) const;
+    LaneBsdf bsdfOf(const LanePaths& paths, const SurfaceLanes& surface) const;
+    void setProbabilities(const LanePaths& paths, LaneVertex& vertex) const;
+    Vec3x8 bounded(const LanePaths& paths, const Vec3x8& light) const;
+    Int8 scatter(LanePaths& paths, const LaneVertex& vertex, RayCounts& counts) const;
     static void countRays(const Int8& on, const Int8& diffuse, RayCounts& counts);
-    Int8 query(Paths& paths) const;
-    Int8 goAlone(Paths& paths, const Int8& asked, LaneColors& colors, PathTracer& single) const;
+    Int8 query(LanePaths& paths) const;
+    Int8 goAlone(LanePaths& paths, const Int8& asked, LaneColors& colors, PathTracer& single) const;
+    void seeLights(const LanePaths& paths,
+                   const Int8& met,
+                   LaneColors& colors,
+                   PathTracer& single) const;
     void
-    seeLights(const Paths& paths, const Int8& met, LaneColors& colors, PathTracer& single) const;
-    void leave(const Paths& paths, const Int8& left, LaneColors& colors, PathTracer& single) const;
-    bool bounce(Paths& paths, LaneColors& colors, PathTracer& single) const;
+    leave(const LanePaths& paths, const Int8& left, LaneColors& colors, PathTracer& single) const;
+    bool bounce(LanePaths& paths, LaneColors& colors, PathTracer& single) const;
 
     const CompiledScene& scene_;
     const RenderOptions& options_;
