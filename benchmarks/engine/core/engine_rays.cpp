@@ -200,8 +200,8 @@ private:
                     const int pixel = k / samples_;
                     const int px = x + pixel % 4;
                     const int py = y + pixel / 4;
-                    const Vec2 u = scrambledPoint(static_cast<std::uint32_t>(k % samples_),
-                                                  pixelSeed(px, py, 0));
+                    const Vec2 u = placeInPixel(pixelSeed(px, py, 0),
+                                                static_cast<std::uint32_t>(k % samples_));
                     const Ray ray =
                         camera_.at(static_cast<float>(px) + u.x, static_cast<float>(py) + u.y);
                     RayHitPacket& packet = camera_packets_[index / packetWidth];

@@ -112,13 +112,13 @@ void BlockRenderer::place(
     LanePlaces& places = look.places;
     look.pixels = wholePart((numberOf(sample) + 0.5F) * (1.0F / static_cast<float>(work.count)));
     places.index = std::bit_cast<UInt8>(sample - look.pixels * work.count + work.first);
-    alignas(32) std::array<Vec2, packetWidth> offsets;
     for (std::size_t i = 0; i < packetWidth; ++i)
         places.seed[i] = seeds[static_cast<std::size_t>(look.pixels[i])];
-    for (std::size_t i = 0; i < packetWidth; ++i)
-        offsets[i] = scrambledPoint(places.index[i], places.seed[i]);
+    const DimensionBits<UInt8> bits(places.seed, places.index, UInt8{} + 1U);
+    const Float8 u = unitFloat(bits.first());
+    const Float8 v = unitFloat(bits.second());
     for (std::size_t i = 0; i < packetWidth; ++i) {
-        const Vec2 offset = filterOffset(offsets[i]);
+        const Vec2 offset = filterOffset({u[i], v[i]});
         places.x[i] = offset.x;
         places.y[i] = offset.y;
     }

@@ -22,25 +22,21 @@ public:
 
     /// Two numbers for each lane of \p asked.
     void next2D(const Int8& asked, Float8& u, Float8& v) {
-        const UInt8 seed = nextSeed(asked);
-        const UInt8 index = shuffledIndex(index_, seed);
-        u = unitFloat(scrambledFirst(index, seed));
-        v = unitFloat(scrambledSecond(index, seed));
+        const DimensionBits<UInt8> bits = next(asked);
+        u = unitFloat(bits.first());
+        v = unitFloat(bits.second());
     }
 
     /// A number for each lane of \p asked.
-    Float8 next1D(const Int8& asked) {
-        const UInt8 seed = nextSeed(asked);
-        return unitFloat(scrambledFirst(shuffledIndex(index_, seed), seed));
-    }
+    Float8 next1D(const Int8& asked) { return unitFloat(next(asked).first()); }
 
     /// What goes on with the numbers of \p lane.
     Sampler of(std::size_t lane) const { return {seed_[lane], index_[lane], dimension_[lane]}; }
 
 private:
-    UInt8 nextSeed(const Int8& asked) {
+    DimensionBits<UInt8> next(const Int8& asked) {
         dimension_ -= std::bit_cast<UInt8>(asked);
-        return hashPair(seed_, dimension_);
+        return {seed_, index_, dimension_};
     }
 
     UInt8 seed_;

@@ -18,7 +18,7 @@ constexpr float diffuseSpread = 0.2F;
 /// The numbers of everything behind the camera are independent of those that place the ray.
 template <typename Bits>
 constexpr Bits pathSeed(Bits pixelSeed) {
-    return hash32(pixelSeed ^ 0x68bc21ebU);
+    return pixelSeed ^ (0x28bc2U << placeBits);
 }
 
 inline Sampler pathSampler(std::uint32_t seed, std::uint32_t index) {
