@@ -1,43 +1,19 @@
 #include "workbench/engine/core/Adaptive.h"
 
-#include "workbench/engine/core/Vec.h"
-
 #include <algorithm>
-#include <cmath>
 
 namespace qor::engine {
 
 namespace {
 
-/// Relative errors of pixels darker than this count as if they were as bright.
-constexpr float darkest = 0.03F;
-/// With fewer samples a pixel's own spread says nothing; a block's eight pixels together need fewer
-/// each.
-constexpr int fewestForSpread = 4;
-constexpr int fewestForBlock = 2;
+/// With fewer samples the spread of a block's eight pixels says nothing. What the eye is to be
+/// pleased with is looked at more closely.
+constexpr int fewestForTarget = 2;
+constexpr int fewestForContrast = 4;
+/// So much more than all of a block's pixels together may one of them be off.
+constexpr double worstOverTogether = 3.0;
 /// Most samples that one whole pass takes, so that pictures refine evenly.
 constexpr int longestPass = 32;
-
-/// Mean luminance of a pixel and the variance of that mean.
-struct PixelSpread {
-    float mean = 0.0F;
-    float variance = 0.0F;
-};
-
-PixelSpread spreadOf(const BlockSums& sums, int pixel, float count) {
-    const auto at = static_cast<std::size_t>(pixel) * 4;
-    const float total = luminance({sums.rgba[at], sums.rgba[at + 1], sums.rgba[at + 2]});
-    const float mean = total / count;
-    const float spread =
-        std::max(0.0F, sums.squares[static_cast<std::size_t>(pixel)] / count - mean * mean);
-    return {mean, spread / std::max(1.0F, count - 1.0F)};
-}
-
-/// Growth of the screen's value with linear light, of a range of 1 each (slope of the sRGB curve).
-float screenSlope(float linear) {
-    const float value = std::clamp(linear, 0.0031308F, 1.0F);
-    return 1.055F / 2.4F * std::pow(value, 1.0F / 2.4F - 1.0F);
-}
 
 std::vector<BlockWork> tileOrder(const BlockGrid& grid) {
     std::vector<BlockWork> order;
@@ -57,6 +33,7 @@ std::vector<BlockWork> tileOrder(const BlockGrid& grid) {
 Adaptive::Adaptive(const RenderOptions& options, const Film& film)
     : options_(options)
     , film_(film)
+    , noise_(film)
     , order_(tileOrder(film.grid()))
     , planned_(static_cast<double>(order_.size()) * blockPixels * options.samples.minimum) {}
 
@@ -70,7 +47,7 @@ std::vector<BlockWork> Adaptive::nextPass() {
     if (samples.maximum <= samples.minimum)
         return {};
     const int fewest =
-        std::min(samples.noiseTarget ? fewestForBlock : fewestForSpread, samples.maximum);
+        std::min(samples.noiseTarget ? fewestForTarget : fewestForContrast, samples.maximum);
     if (uniform_ < fewest)
         return wholePass(fewest - uniform_);
     return refinedPass();
@@ -99,7 +76,7 @@ std::vector<BlockWork> Adaptive::refinedPass() {
         if (!chosen[place])
             continue;
         BlockWork work = order_[place];
-        work.first = static_cast<int>(film_.samples(film_.grid().index(work.column, work.row)));
+        work.first = static_cast<int>(film_.samples(indexOf(work)));
         work.count = nextCount(work.first);
         if (work.count > 0)
             pass.push_back(work);
@@ -108,38 +85,32 @@ std::vector<BlockWork> Adaptive::refinedPass() {
     return pass;
 }
 
-Adaptive::Want Adaptive::relativeError(std::size_t place) const {
-    const BlockWork& work = order_[place];
-    const BlockGrid& grid = film_.grid();
-    const std::size_t index = grid.index(work.column, work.row);
-    const auto count = static_cast<float>(film_.samples(index));
-    Want want{0.0, 0.0, place};
-    for (int i = 0; i < blockPixels; ++i) {
-        if (!grid.contains(grid.pixelX(work.column) + i % blockWidth,
-                           grid.pixelY(work.row) + i / blockWidth))
-            continue;
-        const PixelSpread spread = spreadOf(film_.sums(index), i, count);
-        want.error += spread.variance / (spread.mean * spread.mean + darkest * darkest);
-    }
-    want.gain = nextCount(static_cast<int>(count)) > 0 ? want.error / count : 0.0;
-    return want;
+std::size_t Adaptive::indexOf(const BlockWork& work) const {
+    return film_.grid().index(work.column, work.row);
 }
 
-/// Doubling the samples of a block halves its error; the blocks where that gains most for a sample
-/// are taken until the target would be met.
+/// Doubling the samples of a block halves its error at least; the blocks where that gains most for
+/// a sample are taken until the target would be met.
 std::vector<bool> Adaptive::chooseByTarget() {
+    struct Want {
+        double error = 0.0;
+        double gain = 0.0; ///< for a sample
+        std::size_t place = 0;
+    };
+
+    const std::vector<double> errors = noise_.relativeErrors();
     std::vector<Want> wants;
     wants.reserve(order_.size());
     double total = 0.0;
     for (std::size_t place = 0; place < order_.size(); ++place) {
-        wants.push_back(relativeError(place));
-        total += wants.back().error;
+        const std::size_t index = indexOf(order_[place]);
+        const auto count = static_cast<int>(film_.samples(index));
+        total += errors[index];
+        wants.push_back({errors[index], nextCount(count) > 0 ? errors[index] / count : 0.0, place});
     }
-    const BlockGrid& grid = film_.grid();
-    const double pixels =
-        static_cast<double>(grid.right - grid.left) * static_cast<double>(grid.bottom - grid.top);
-    estimatedError_ = total / pixels;
-    const double target = *options_.samples.noiseTarget * pixels;
+    const auto blocks = static_cast<double>(order_.size());
+    estimatedError_ = total / blocks;
+    const double target = *options_.samples.noiseTarget * blocks;
     std::vector<bool> chosen(order_.size());
     std::stable_sort(wants.begin(), wants.end(),
                      [](const Want& a, const Want& b) { return a.gain > b.gain; });
@@ -152,50 +123,13 @@ std::vector<bool> Adaptive::chooseByTarget() {
     return chosen;
 }
 
-bool Adaptive::isVisiblyNoisy(std::size_t place) const {
-    const BlockWork& work = order_[place];
-    const BlockGrid& grid = film_.grid();
-    const std::size_t index = grid.index(work.column, work.row);
-    const auto count = static_cast<float>(film_.samples(index));
-    const float allowed = options_.samples.contrast;
-    for (int i = 0; i < blockPixels; ++i) {
-        if (!grid.contains(grid.pixelX(work.column) + i % blockWidth,
-                           grid.pixelY(work.row) + i / blockWidth))
-            continue;
-        const PixelSpread spread = spreadOf(film_.sums(index), i, count);
-        // Beyond white the screen shows no difference, but what is an edge of it does.
-        const float slope = screenSlope(spread.mean);
-        if (spread.variance * slope * slope > allowed * allowed)
-            return true;
-    }
-    return false;
-}
-
-/// Whether most of the blocks around are noisy and have at least as many samples: a block that
-/// looks calm there was only lucky so far.
-bool Adaptive::liesAmongNoisy(const std::vector<bool>& noisy, const BlockWork& work) const {
-    constexpr int most = 4;
-    const BlockGrid& grid = film_.grid();
-    const std::uint32_t own = film_.samples(grid.index(work.column, work.row));
-    int count = 0;
-    for (int row = std::max(0, work.row - 1); row <= std::min(grid.rows - 1, work.row + 1); ++row)
-        for (int column = std::max(0, work.column - 1);
-             column <= std::min(grid.columns - 1, work.column + 1); ++column) {
-            const std::size_t index = grid.index(column, row);
-            count += noisy[index] && film_.samples(index) >= own ? 1 : 0;
-        }
-    return count >= most;
-}
-
 std::vector<bool> Adaptive::chooseByContrast() const {
-    std::vector<bool> noisy(order_.size()); // by index in the grid
-    for (std::size_t place = 0; place < order_.size(); ++place)
-        noisy[film_.grid().index(order_[place].column, order_[place].row)] = isVisiblyNoisy(place);
+    const std::vector<BlockNoise::Visible> errors = noise_.visibleErrors();
+    const double allowed = options_.samples.contrast;
     std::vector<bool> chosen(order_.size());
     for (std::size_t place = 0; place < order_.size(); ++place) {
-        const BlockWork& work = order_[place];
-        chosen[place] =
-            noisy[film_.grid().index(work.column, work.row)] || liesAmongNoisy(noisy, work);
+        const BlockNoise::Visible& error = errors[indexOf(order_[place])];
+        chosen[place] = error.together > allowed || error.worst > worstOverTogether * allowed;
     }
     return chosen;
 }

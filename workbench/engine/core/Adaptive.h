@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/engine/core/Film.h"
+#include "workbench/engine/core/BlockNoise.h"
 
 #include <cstdint>
 #include <vector>
@@ -30,25 +30,16 @@ public:
     double plannedSamples() const { return planned_; }
 
 private:
-    /// How far off a block still is.
-    struct Want {
-        double error =
-            0.0; ///< sum over its pixels of squared relative errors, or the largest visible error
-        double gain = 0.0; ///< by which to choose
-        std::size_t place = 0;
-    };
-
     std::vector<BlockWork> wholePass(int count);
     std::vector<BlockWork> refinedPass();
-    Want relativeError(std::size_t place) const;
-    bool isVisiblyNoisy(std::size_t place) const;
     std::vector<bool> chooseByTarget();
     std::vector<bool> chooseByContrast() const;
-    bool liesAmongNoisy(const std::vector<bool>& noisy, const BlockWork& work) const;
     int nextCount(int have) const;
+    std::size_t indexOf(const BlockWork& work) const;
 
     const RenderOptions& options_;
     const Film& film_;
+    BlockNoise noise_;
     std::vector<BlockWork> order_; ///< all blocks in the order to work on
     int uniform_ = 0;              ///< samples that every block has
     double planned_ = 0.0;

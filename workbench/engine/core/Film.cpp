@@ -4,6 +4,32 @@
 
 namespace qor::engine {
 
+namespace {
+
+/// Between \p one, of \p count samples, and \p other, of \p otherCount (see BlockDifferences).
+float differenceOf(const BlockSums& one, int count, const BlockSums& other, int otherCount) {
+    const auto samples = static_cast<float>(count);
+    const auto otherSamples = static_cast<float>(otherCount);
+    const float all = samples + otherSamples;
+    float sum = 0.0F;
+    for (std::size_t i = 0; i < one.rgba.size(); ++i) {
+        const float difference = one.rgba[i] / samples - other.rgba[i] / otherSamples;
+        const float mean = (one.rgba[i] + other.rgba[i]) / all;
+        const float counts = i % 4 == 3 ? 0.0F : 1.0F; // but not the alpha
+        sum += counts * difference * difference / (mean * mean + errorFloor);
+    }
+    return sum * samples * otherSamples / (all * all * 3.0F * blockPixels);
+}
+
+void addUp(const BlockSums& from, BlockSums& to) {
+    for (std::size_t i = 0; i < to.rgba.size(); ++i)
+        to.rgba[i] += from.rgba[i];
+    for (std::size_t i = 0; i < to.squares.size(); ++i)
+        to.squares[i] += from.squares[i];
+}
+
+} // namespace
+
 BlockGrid::BlockGrid(const RenderOptions& options)
     : pictureWidth(options.width), pictureHeight(options.height) {
     const Region region = clippedRegion(options);
@@ -21,18 +47,34 @@ Film::Film(const RenderOptions& options)
     : grid_(options)
     , blocks_(grid_.count())
     , counts_(grid_.count())
+    , differences_(options.samples.noiseTarget ? grid_.count() : 0)
     , coarse_(static_cast<std::size_t>(grid_.columns) *
               static_cast<std::size_t>((grid_.rows + 1) / 2)) {}
 
 void Film::add(std::size_t index, const BlockSums& sums, int samples) {
     const std::scoped_lock lock(lockOf(index));
+    if (!frozen_)
+        addLocked(index, sums, samples);
+}
+
+void Film::addHalves(std::size_t index, const BlockSums& one, const BlockSums& other, int samples) {
+    BlockSums sums = one;
+    addUp(other, sums);
+    const std::scoped_lock lock(lockOf(index));
     if (frozen_)
         return;
+    addLocked(index, sums, samples);
+    if (differences_.size() > 0)
+        differences_[index].quarters = differenceOf(one, samples / 2, other, samples - samples / 2);
+}
+
+void Film::addLocked(std::size_t index, const BlockSums& sums, int samples) {
     BlockSums& block = blocks_[index];
-    for (std::size_t i = 0; i < sums.rgba.size(); ++i)
-        block.rgba[i] += sums.rgba[i];
-    for (std::size_t i = 0; i < sums.squares.size(); ++i)
-        block.squares[i] += sums.squares[i];
+    const auto before = static_cast<int>(counts_[index]);
+    if (differences_.size() > 0)
+        differences_[index] = {before > 0 ? differenceOf(block, before, sums, samples) : 0.0F,
+                               0.0F};
+    addUp(sums, block);
     counts_[index] += static_cast<std::uint32_t>(samples);
 }
 
@@ -108,6 +150,7 @@ void Film::showPixels(Image& image,
 
 std::size_t Film::memory() const {
     return blocks_.size() * sizeof(BlockSums) + counts_.size() * sizeof(std::uint32_t) +
+           differences_.size() * sizeof(BlockDifferences) +
            coarse_.size() * sizeof(std::array<float, 4>);
 }
 

@@ -29,6 +29,18 @@ struct BlockSums {
     std::array<float, blockPixels> squares{}; ///< of luminance
 };
 
+/// How far the parts that a block's samples came in differ: squared, relative to what they show,
+/// mean over pixels and channels, and as large as the error of the parts' mean would be if they had
+/// nothing to do with each other.
+struct BlockDifferences {
+    float halves = 0.0F;   ///< what was there before and what came last
+    float quarters = 0.0F; ///< both halves of what came last; 0: it did not come in halves
+};
+
+/// Squared errors are relative to the squared brightness and this, after Rousselle et al.,
+/// "Adaptive Sampling and Reconstruction using Greedy Error Minimization", 2011.
+constexpr float errorFloor = 0.01F;
+
 /// Where the blocks of a picture's region lie.
 struct BlockGrid {
     explicit BlockGrid(const RenderOptions& options);
@@ -104,6 +116,8 @@ public:
 
     /// Adds \p samples samples a pixel to block \p index.
     void add(std::size_t index, const BlockSums& sums, int samples);
+    /// The same for samples that come in two halves.
+    void addHalves(std::size_t index, const BlockSums& one, const BlockSums& other, int samples);
     /// Shows \p rgba in the 4 × 4 pixels of coarse cell \p cell until they have samples. A cell is
     /// two blocks, one above the other.
     void setCoarse(std::size_t cell, const std::array<float, 4>& rgba);
@@ -114,6 +128,9 @@ public:
     const BlockSums& sums(std::size_t index) const { return blocks_[index]; }
 
     std::uint32_t samples(std::size_t index) const { return counts_[index]; }
+
+    /// Kept only where a target for noise is set.
+    const BlockDifferences& differences(std::size_t index) const { return differences_[index]; }
 
     /// From now on nothing changes any more.
     void freeze();
@@ -137,6 +154,7 @@ private:
 
     std::mutex& lockOf(std::size_t index) const { return locks_[index / 64 % lockCount].mutex; }
 
+    void addLocked(std::size_t index, const BlockSums& sums, int samples);
     void showBlock(Image& image, int firstRow, int column, int row) const;
     void showPixels(Image& image,
                     int firstRow,
@@ -148,6 +166,7 @@ private:
     std::atomic<bool> frozen_{false};
     Zeros<BlockSums> blocks_;
     Zeros<std::uint32_t> counts_;
+    Zeros<BlockDifferences> differences_;
     Zeros<std::array<float, 4>> coarse_;
     mutable std::array<Lock, lockCount> locks_;
 };

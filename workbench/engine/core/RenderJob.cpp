@@ -257,16 +257,13 @@ bool RenderJob::renderPass(const CompiledScene& scene,
                            const std::vector<BlockWork>& pass,
                            double planned) {
     const CameraRays camera(camera_, options_);
-    const BlockGrid& grid = film_.grid();
     onWorkers(pass.size(), blocksAtATime, [&] {
         return [&, renderer = BlockRenderer(scene, camera, options_, cache)](
                    std::size_t first, std::size_t last) mutable {
             double samples = 0.0;
             for (std::size_t i = first; i < last && !shouldStop(); ++i) {
                 const BlockWork& work = pass[i];
-                const BlockSums sums =
-                    renderer.render(grid.pixelX(work.column), grid.pixelY(work.row), work);
-                film_.add(grid.index(work.column, work.row), sums, work.count);
+                renderBlock(renderer, work);
                 samples += static_cast<double>(work.count) * blockPixels;
             }
             addRays(renderer.counts());
@@ -280,6 +277,22 @@ bool RenderJob::renderPass(const CompiledScene& scene,
         };
     });
     return !shouldStop();
+}
+
+/// In halves where errors are estimated by what they differ.
+void RenderJob::renderBlock(BlockRenderer& renderer, const BlockWork& work) {
+    const BlockGrid& grid = film_.grid();
+    const std::size_t index = grid.index(work.column, work.row);
+    const int x = grid.pixelX(work.column);
+    const int y = grid.pixelY(work.row);
+    if (!options_.samples.noiseTarget || work.count < 2)
+        return film_.add(index, renderer.render(x, y, work), work.count);
+    BlockWork half = work;
+    half.count = work.count / 2;
+    const BlockSums one = renderer.render(x, y, half);
+    half.first += half.count;
+    half.count = work.count - half.count;
+    film_.addHalves(index, one, renderer.render(x, y, half), work.count);
 }
 
 bool RenderJob::isOutOfTime() const {

@@ -50,6 +50,7 @@ private:
                     const GatherCache* cache,
                     const std::vector<BlockWork>& pass,
                     double planned);
+    void renderBlock(BlockRenderer& renderer, const BlockWork& work);
     template <typename Task>
     void onWorkers(std::size_t items, std::size_t grain, const Task& task);
     bool shouldStop() const;
