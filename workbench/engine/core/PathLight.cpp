@@ -160,7 +160,7 @@ Color PathTracer::leaving(const PathState& state) const {
         return ambient;
     const float width = environment.isSampled()
                             ? state.cone.spread
-                            : std::max(state.cone.spread, widthOfShare(state.pdf));
+                            : std::max(state.cone.spread, widthOfShare(state.lobePdf));
     const Color radiance = environment.radiance(state.direction, width);
     if (!environment.isSampled() && !state.straight)
         return radiance * environment.diffuseShare();

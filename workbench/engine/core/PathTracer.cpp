@@ -244,6 +244,7 @@ bool PathTracer::scatter(PathState& state, const Vertex& vertex, Sampler& sample
     state.tNear = 0.0F;
     state.throughput *= sample.weight / probability;
     state.pdf = sample.pdf * probability;
+    state.lobePdf = sample.pdf;
     state.lightPick = vertex.lightPick;
     state.lightsOnly = exhausted(state.budget, lobe);
     // Behind a diffuse bounce, light through glass has been counted as if it came straight.

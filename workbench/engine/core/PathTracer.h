@@ -64,6 +64,9 @@ struct PathState {
     /// Density with which the last surface chose this direction; infinite: no light sampling could
     /// have.
     float pdf = std::numeric_limits<float>::infinity();
+    /// The same within the lobe that was chosen: what else the surface might have done does not
+    /// change what it sees this way.
+    float lobePdf = std::numeric_limits<float>::infinity();
     float lightPick = 1.0F; ///< expected number of looks of the last surface at a given light
     float uncovered = 1.0F; ///< what see-through ground has left of the background
     float roughness = 0.0F; ///< largest of the reflectors that have scattered it
