@@ -4,11 +4,36 @@ namespace qor::engine {
 
 namespace {
 
-/// A point's radius is at least this many pixels, so that edges do not draw ever more points.
+/// Shortest and longest reach of a point, in pixels: where it would be shorter, tracing every
+/// sample costs less, and where longer, details could hide between points.
 constexpr float fewestPixels = 6.0F;
+constexpr float mostPixels = 40.0F;
+/// Reach as a share of the typical distance of what lights a point.
+constexpr float reachShare = 0.35F;
 /// And at most this share of the scene's radius, unless the options say otherwise.
 constexpr float defaultReach = 0.1F;
-constexpr float coneSpread = 0.2F;
+/// So many rays already tell where light changes far too quickly.
+constexpr std::uint32_t probingRays = 16;
+
+/// The side of the square on \p spot's surface that has the area of what a pixel sees of it.
+float pixelSize(const Surface& spot) {
+    constexpr float flattest = 0.05F;
+    return spot.footprint / std::sqrt(std::max(dot(spot.geometricNormal, spot.toEye), flattest));
+}
+
+/// Where light changes within less than this share of the shortest reach, it is traced. A picture
+/// of few samples would show the noise of that, one of many would show the errors of interpolation.
+float roughShare(const Samples& samples) {
+    constexpr int few = 16;
+    constexpr int many = 32;
+    return samples.maximum < few ? 0.3F : samples.maximum < many ? 0.6F : 1.0F;
+}
+
+/// The harmonic mean of distances.
+float typicalDistance(float nearness, std::uint32_t rays) {
+    return nearness > 0.0F ? static_cast<float>(rays) / nearness
+                           : std::numeric_limits<float>::infinity();
+}
 
 } // namespace
 
@@ -21,19 +46,51 @@ void FinalGatherer::look(int x, int y, std::vector<Surface>& spots) {
     state.budget = looker_.fullBudget();
     state.cone = camera_.cone();
     Sampler sampler(pixelSeed(x, y, options_.seed ^ 0x2545f491U), 0);
+    const std::size_t before = spots.size();
     looker_.collect(state, sampler, spots);
+    // Rough mirrors see wide, but what they see may be in plain view as well.
+    for (std::size_t i = before; i < spots.size(); ++i) {
+        Surface& spot = spots[i];
+        spot.footprint =
+            std::min(spot.footprint, camera_.cone().at(length(spot.position - ray.origin)));
+    }
 }
 
 GatherPoint FinalGatherer::gather(const Surface& spot, std::uint32_t number) {
-    const Frame frame(spot.normal);
     const auto rays = static_cast<std::uint32_t>(options_.finalGather.rays);
     const std::uint32_t seed = hashPair(number, options_.seed ^ 0x6c8e9cf5U);
-    Color sum;
-    float nearness = 0.0F;
-    for (std::uint32_t i = 0; i < rays; ++i) {
+    const float pixel = pixelSize(spot);
+    const float limit = options_.finalGather.maxRadius > 0.0F ? options_.finalGather.maxRadius
+                                                              : defaultReach * scene_.radius();
+    const float least = std::max(pixel * fewestPixels, 1e-6F * scene_.radius());
+    GatherPoint point{spot.position, spot.normal, {}, least, least, 0.0F, true};
+    const float tooRough = roughShare(options_.samples) * least;
+    Gathered sums;
+    const std::uint32_t probing = std::min(probingRays, rays);
+    shoot(spot, seed, 0, probing, sums);
+    point.steady = reachShare * typicalDistance(sums.nearness, probing);
+    if (point.steady < 0.5F * tooRough)
+        return point;
+    shoot(spot, seed, probing, rays, sums);
+    point.irradiance = sums.light * (pi / static_cast<float>(rays));
+    point.steady = reachShare * typicalDistance(sums.nearness, rays);
+    point.rough = point.steady < tooRough;
+    if (!point.rough)
+        point.reach = std::max(least, std::min({point.steady, pixel * mostPixels, limit}));
+    return point;
+}
+
+void FinalGatherer::shoot(const Surface& spot,
+                          std::uint32_t seed,
+                          std::uint32_t first,
+                          std::uint32_t last,
+                          Gathered& sums) {
+    const Frame frame(spot.normal);
+    for (std::uint32_t i = first; i < last; ++i) {
         Sampler sampler(hash32(seed), i);
         PathState state;
-        const Vec3 direction = frame.toWorld(cosineHemisphere(scrambledPoint(i, seed)));
+        const Vec3 local = cosineHemisphere(scrambledPoint(i, seed));
+        const Vec3 direction = frame.toWorld(local);
         const float below = dot(direction, spot.geometricNormal);
         state.direction =
             below < 0.0F ? normalize(direction - spot.geometricNormal * (2.0F * below)) : direction;
@@ -41,23 +98,17 @@ GatherPoint FinalGatherer::gather(const Surface& spot, std::uint32_t number) {
         state.budget = tracer_.fullBudget();
         --state.budget.diffuse;
         --state.budget.total;
-        state.cone = {spot.footprint, coneSpread};
+        state.cone = {spot.footprint, diffuseSpread};
+        state.lobePdf = local.z / pi;
         state.lightsCounted = true;
         state.straight = false;
         state.seesBackground = false;
         state.roughness = 1.0F;
         state.bounces = 1;
         float distance = std::numeric_limits<float>::infinity();
-        sum += tracer_.trace(state, sampler, &distance).color;
-        nearness += 1.0F / std::max(distance, spot.offset);
+        sums.light += tracer_.trace(state, sampler, &distance).color;
+        sums.nearness += 1.0F / std::max(distance, spot.offset);
     }
-    const float share = GatherCache::allowedError;
-    const float limit = options_.finalGather.maxRadius > 0.0F ? options_.finalGather.maxRadius
-                                                              : defaultReach * scene_.radius();
-    const float mean = nearness > 0.0F ? static_cast<float>(rays) / nearness : limit / share;
-    const float least = std::max(spot.footprint * fewestPixels, 1e-6F * scene_.radius());
-    return {spot.position, spot.normal, sum * (pi / static_cast<float>(rays)),
-            std::max(least, std::min(mean, limit / share))};
 }
 
 RayCounts FinalGatherer::takeCounts() {

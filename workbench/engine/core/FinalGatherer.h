@@ -39,6 +39,18 @@ public:
     RayCounts takeCounts();
 
 private:
+    /// What some rays of a point have brought.
+    struct Gathered {
+        Color light;
+        float nearness = 0.0F; ///< sum of reciprocal distances
+    };
+
+    void shoot(const Surface& spot,
+               std::uint32_t seed,
+               std::uint32_t first,
+               std::uint32_t last,
+               Gathered& sums);
+
     const CompiledScene& scene_;
     const CameraRays& camera_;
     const RenderOptions& options_;

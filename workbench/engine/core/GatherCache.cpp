@@ -1,5 +1,6 @@
 #include "workbench/engine/core/GatherCache.h"
 
+#include "workbench/engine/core/GatherFit.h"
 #include "workbench/engine/core/Sampler.h"
 
 #include <map>
@@ -8,8 +9,21 @@ namespace qor::engine {
 
 namespace {
 
-/// A point is used, if need be, as far as this share of its radius.
-constexpr float farthestShare = 2.0F * GatherCache::allowedError;
+/// A point is used up to a turn of 30 degrees.
+constexpr float perTurn = 2.73F;
+/// Farthest that a point may lie above or below a place, as a share of its reach.
+constexpr float levelShare = 0.05F;
+/// Points together have to weigh as much as one at this share of its reach.
+constexpr float leastSupport = 0.5F;
+/// Reaches grow no faster than this with the distance from a place of shorter ones.
+constexpr float reachSlope = 1.0F;
+
+/// What a point counts at \p error, 0..1, of its reach.
+template <typename Number>
+constexpr Number weightAt(const Number& error) {
+    const Number inside = 1.0F - error * error;
+    return inside * inside;
+}
 
 std::uint32_t cellHash(int x, int y, int z) {
     return hashPair(hashPair(static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y)),
@@ -26,7 +40,7 @@ int cellOf(float coordinate, float cellSize) {
 /// entry once.
 template <typename Visit>
 void forCells(const GatherPoint& point, float cellSize, std::uint32_t mask, Visit&& visit) {
-    const float reach = point.radius * farthestShare;
+    const float reach = point.reach;
     const Vec3 low = point.position - Vec3{reach, reach, reach};
     const Vec3 high = point.position + Vec3{reach, reach, reach};
     std::array<std::uint32_t, 27> entries{}; // the cube is no larger than a cell: two an axis
@@ -50,30 +64,65 @@ void GatherCache::add(const std::vector<GatherPoint>& points) {
 }
 
 void GatherCache::index() {
+    buildLevels();
+    if (boundReaches())
+        buildLevels();
+}
+
+void GatherCache::buildLevels() {
     // A point's cells are twice to four times as large as its reach, so that it stands in eight at
     // most.
     std::map<int, std::vector<std::uint32_t>> byScale;
     for (std::uint32_t i = 0; i < points_.size(); ++i)
-        byScale[std::ilogb(points_[i].radius * farthestShare) + 2].push_back(i);
+        byScale[std::ilogb(points_[i].reach) + 2].push_back(i);
     levels_.clear();
     for (const auto& [scale, members] : byScale)
         levels_.push_back(buildLevel(std::ldexp(1.0F, scale), points_, members));
+}
+
+/// What one point has seen nearby, its neighbours may have missed. True if any reach has changed.
+bool GatherCache::boundReaches() {
+    std::vector<float> bounds(points_.size(), std::numeric_limits<float>::infinity());
+    for (const GatherPoint& point : points_)
+        visit(point.position, point.normal,
+              [&](const Group& group, const Float8& error, const Int8& usable) {
+                  const Float8 distance = length(group.position - Vec3x8(point.position));
+                  for (unsigned bits = bitsOf(usable); bits != 0; bits &= bits - 1) {
+                      const auto lane = static_cast<std::size_t>(std::countr_zero(bits));
+                      float& bound = bounds[static_cast<std::size_t>(group.number[lane])];
+                      bound = std::min(bound, point.steady + reachSlope * distance[lane]);
+                  }
+                  static_cast<void>(error);
+              });
+    bool changed = false;
+    for (std::size_t i = 0; i < points_.size(); ++i) {
+        GatherPoint& point = points_[i];
+        point.steady = std::min(point.steady, bounds[i]);
+        const float bound = std::max(bounds[i], point.least);
+        if (point.rough || point.reach <= bound)
+            continue;
+        point.reach = bound;
+        changed = true;
+    }
+    return changed;
 }
 
 GatherCache::GatherCache() = default;
 
 GatherCache::~GatherCache() = default;
 
-GatherCache::Group::Group() : perRadius(eight(1.0F)) {
+GatherCache::Group::Group() : perReach(eight(1.0F)) {
     constexpr float farAway = 1e18F;
     position.x = eight(farAway);
 }
 
-void GatherCache::Group::set(std::size_t lane, const GatherPoint& point) {
+void GatherCache::Group::set(std::size_t lane, const GatherPoint& point, std::uint32_t itsNumber) {
     position.set(lane, point.position);
     normal.set(lane, point.normal);
     irradiance.set(lane, point.irradiance);
-    perRadius[lane] = 1.0F / point.radius;
+    perReach[lane] = 1.0F / point.reach;
+    rough[lane] = point.rough ? -1 : 0;
+    number[lane] = static_cast<std::int32_t>(itsNumber);
 }
 
 GatherCache::Level GatherCache::buildLevel(float cellSize,
@@ -96,9 +145,18 @@ GatherCache::Level GatherCache::buildLevel(float cellSize,
     for (const std::uint32_t m : members)
         forCells(points[m], cellSize, level.mask, [&](std::uint32_t entry) {
             const std::uint32_t at = counts[entry]++;
-            level.groups[level.starts[entry] + at / packetWidth].set(at % packetWidth, points[m]);
+            level.groups[level.starts[entry] + at / packetWidth].set(at % packetWidth, points[m],
+                                                                     m);
         });
     return level;
+}
+
+double GatherCache::crampedShare() const {
+    const auto cramped =
+        std::count_if(points_.begin(), points_.end(),
+                      [](const GatherPoint& point) { return point.steady < point.least; });
+    return points_.empty() ? 0.0
+                           : static_cast<double>(cramped) / static_cast<double>(points_.size());
 }
 
 std::size_t GatherCache::memory() const {
@@ -108,8 +166,7 @@ std::size_t GatherCache::memory() const {
     return bytes;
 }
 
-/// Calls \p visit(group, errors, usable) for every eight points that may be used, errors up to
-/// twice the allowed one.
+/// Calls \p visit(group, errors, usable) for every eight points of which some reach a place.
 template <typename Visit>
 void GatherCache::visit(const Vec3& position, const Vec3& normal, Visit&& visit) const {
     const Vec3x8 here(position);
@@ -121,12 +178,13 @@ void GatherCache::visit(const Vec3& position, const Vec3& normal, Visit&& visit)
             level.mask;
         for (std::uint32_t i = level.starts[entry]; i < level.starts[entry + 1]; ++i) {
             const Group& group = level.groups[i];
-            const Vec3x8 away = (here - group.position) * group.perRadius;
+            const Vec3x8 away = (here - group.position) * group.perReach;
             const Float8 turn = greatest(1.0F - dot(up, group.normal), Float8{});
-            const Float8 error = length(away) + squareRoot(turn);
-            // What lies in front of a place sees what the place does not.
+            const Float8 error = length(away) + perTurn * squareRoot(turn);
+            // What lies in front of a place sees what the place does not, and the other way round.
+            // On a round surface both lie at the same height, as their mean normal has it.
             const Int8 usable =
-                (error < 2.0F * allowedError) & (dot(away, up + group.normal) > -0.1F);
+                (error < 1.0F) & (magnitude(dot(away, up + group.normal)) < 2.0F * levelShare);
             if (bitsOf(usable) != 0)
                 visit(group, error, usable);
         }
@@ -136,27 +194,23 @@ void GatherCache::visit(const Vec3& position, const Vec3& normal, Visit&& visit)
 bool GatherCache::covers(const Vec3& position, const Vec3& normal) const {
     bool covered = false;
     visit(position, normal, [&](const Group&, const Float8& error, const Int8& usable) {
-        covered = covered || bitsOf(usable & (error < allowedError)) != 0;
+        covered = covered || bitsOf(usable & (error < coveringShare)) != 0;
     });
     return covered;
 }
 
 bool GatherCache::irradiance(const Vec3& position, const Vec3& normal, Color& result) const {
-    // Near points count most, but never so much alone that their borders could be seen.
-    constexpr float trust = 8.0F;
-    Vec3x8 sum;
-    Float8 weights{};
+    GatherFit fit(position, normal);
+    Float8 roughness{};
     visit(position, normal, [&](const Group& group, const Float8& error, const Int8& usable) {
-        const Float8 near = greatest(1.0F - error * (1.0F / allowedError), Float8{});
-        const Float8 wide = 1.0F - error * (0.5F / allowedError);
-        const Float8 weight = usable ? near * trust + wide * wide : Float8{};
-        sum += group.irradiance * weight;
-        weights += weight;
+        const Float8 weight = usable ? weightAt(error) : Float8{};
+        fit.add(group.position, group.irradiance, group.rough ? Float8{} : weight);
+        roughness += group.rough ? weight : Float8{};
     });
-    const float whole = sumOf(weights);
-    if (!(whole > 0.0F))
+    const float weight = fit.weight();
+    if (weight < weightAt(leastSupport) || weight < sumOf(roughness))
         return false;
-    result = Vec3{sumOf(sum.x), sumOf(sum.y), sumOf(sum.z)} / whole;
+    result = fit.value();
     return true;
 }
 

@@ -11,17 +11,21 @@ struct GatherPoint {
     Vec3 position;
     Vec3 normal;
     Color irradiance;
-    float radius = 0.0F; ///< typical distance of what lights it: small where light changes quickly
+    float reach = 0.0F;  ///< farthest that it is used at
+    float least = 0.0F;  ///< neighbours do not bound the reach below this
+    float steady = 0.0F; ///< distance within which light changes little, as far as it is known
+    bool rough = false;  ///< light changes too quickly around it to be interpolated: to be traced
 };
 
 /// Points of gathered light, and the light between them by interpolation. Filled in rounds: points
 /// are added, then index() makes them visible; while it is read nobody writes, so that the result
 /// does not depend on threads. Method: irradiance caching, Ward et al. 1988, with the points found
-/// beforehand.
+/// beforehand, reaches that neighbours bound (Křivánek et al., "Making Radiance and Irradiance
+/// Caching Practical", 2006), and a fit of all points in reach.
 class GatherCache {
 public:
-    /// Error allowed, as a share of a point's radius and the turn of the normal together.
-    static constexpr float allowedError = 0.25F;
+    /// Points cover places up to this share of their reach, so that many reach every place.
+    static constexpr float coveringShare = 0.4F;
 
     // Made and unmade inside the room, where alone lanes have their full alignment.
     GatherCache();
@@ -37,12 +41,15 @@ public:
 
     std::size_t size() const { return points_.size(); }
 
+    /// Share of the points around which light changes within less than their least reach.
+    double crampedShare() const;
+
     std::size_t memory() const;
 
     /// Whether points are dense enough around a place.
     bool covers(const Vec3& position, const Vec3& normal) const;
-    /// Irradiance at \p position under \p normal, without light that is sampled. Where points are
-    /// sparse, twice the error is allowed; false where even that finds none.
+    /// Irradiance at \p position under \p normal, without light that is sampled; false where points
+    /// are too sparse, or light changes too quickly, to tell.
     bool irradiance(const Vec3& position, const Vec3& normal, Color& result) const;
 
 private:
@@ -51,10 +58,12 @@ private:
         Vec3x8 position;
         Vec3x8 normal;
         Vec3x8 irradiance;
-        Float8 perRadius;
+        Float8 perReach;
+        Int8 rough{};
+        Int8 number{}; ///< in `points_`
 
         Group();
-        void set(std::size_t lane, const GatherPoint& point);
+        void set(std::size_t lane, const GatherPoint& point, std::uint32_t itsNumber);
     };
 
     /// Cells of one size in a hash table; a point stands in every cell that it could be used in.
@@ -68,6 +77,8 @@ private:
     static Level buildLevel(float cellSize,
                             const std::vector<GatherPoint>& points,
                             const std::vector<std::uint32_t>& members);
+    void buildLevels();
+    bool boundReaches();
     template <typename Visit>
     void visit(const Vec3& position, const Vec3& normal, Visit&& visit) const;
 

@@ -1,14 +1,7 @@
 #include "workbench/engine/core/RenderJob.h"
 
-#include "workbench/engine/core/FinalGatherer.h"
-#include "workbench/engine/core/Parallel.h"
-
 #include <exception>
 #include <new>
-
-#if defined(__SSE__)
-#include <xmmintrin.h>
-#endif
 
 namespace qor::engine {
 
@@ -17,41 +10,6 @@ namespace {
 constexpr std::chrono::milliseconds notifyInterval{20};
 /// Blocks that a worker takes at a time.
 constexpr std::size_t blocksAtATime = 64;
-
-/// Numbers too small for full precision are taken for 0 while this lives: they cost a hundred times
-/// as much.
-class FlushDenormals {
-public:
-#if defined(__SSE__)
-    FlushDenormals() : saved_(_mm_getcsr()) {
-        constexpr unsigned flushToZero = 0x8000;
-        constexpr unsigned denormalsAreZero = 0x0040;
-        _mm_setcsr(saved_ | flushToZero | denormalsAreZero);
-    }
-
-    ~FlushDenormals() {
-        _mm_setcsr(saved_);
-    }
-#else
-    FlushDenormals() = default;
-    ~FlushDenormals() = default;
-#endif
-    FlushDenormals(const FlushDenormals&) = delete;
-    FlushDenormals(FlushDenormals&&) = delete;
-    FlushDenormals& operator=(const FlushDenormals&) = delete;
-    FlushDenormals& operator=(FlushDenormals&&) = delete;
-
-private:
-    unsigned saved_ = 0;
-};
-
-double secondsSince(std::chrono::steady_clock::time_point start) {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-/// Share of a time limit after which no more light is gathered: what is not covered then is traced,
-/// and samples get the rest.
-constexpr double gatherShare = 0.5;
 
 /// Who has little time gets a coarse picture first and passes over all of it, so that there is
 /// something to show whenever it is over.
@@ -116,25 +74,11 @@ void RenderJob::render() {
             state_ = RenderState::tracing;
     }
     GatherCache cache;
-    if (options_.finalGather.on && !fillCache(scene, cache))
-        return end(RenderState::aborted, {});
-    if (!renderPasses(scene, options_.finalGather.on ? &cache : nullptr))
+    const bool gathered = options_.finalGather.on && fillCache(scene, cache);
+    if (stop_ || !renderPasses(scene, gathered ? &cache : nullptr))
         return end(RenderState::aborted, {});
     fraction_ = 1.0F;
     end(RenderState::finished, {});
-}
-
-/// Hands out \p items, \p grain at a time in their order, to as many workers as the arena has.
-template <typename Task>
-void RenderJob::onWorkers(std::size_t items, std::size_t grain, const Task& task) {
-    std::atomic<std::size_t> next{0};
-    onEveryWorker([&] {
-        const FlushDenormals flush;
-        auto worker = task();
-        for (std::size_t first = next.fetch_add(grain); first < items && !shouldStop();
-             first = next.fetch_add(grain))
-            worker(first, std::min(items, first + grain));
-    });
 }
 
 bool RenderJob::renderCoarse(const CompiledScene& scene) {
@@ -171,62 +115,6 @@ bool RenderJob::renderCoarse(const CompiledScene& scene) {
     hasPicture_ = true;
     ++revision_;
     notify(true);
-    return true;
-}
-
-bool RenderJob::fillCache(const CompiledScene& scene, GatherCache& cache) {
-    const auto start = Clock::now();
-    bool first = true;
-    timeShare_ = gatherShare;
-    for (const int step : FinalGatherer::steps) {
-        if (isOutOfTime())
-            break;
-        if (!fillRound(scene, cache, step, first))
-            return false;
-        first = false;
-        const std::scoped_lock lock(stateMutex_);
-        stats_.gatherSeconds = secondsSince(start);
-        stats_.gatherPoints = cache.size();
-    }
-    timeShare_ = 1.0;
-    return true;
-}
-
-/// Finds uncovered spots row by row, then gathers at all of them, then lets the cache know: nothing
-/// in a round depends on what another worker does in it.
-bool RenderJob::fillRound(const CompiledScene& scene, GatherCache& cache, int step, bool first) {
-    const CameraRays camera(camera_, options_);
-    const BlockGrid& grid = film_.grid();
-    const auto rows = static_cast<std::size_t>((grid.bottom - grid.top + step - 1) / step);
-    std::vector<std::vector<Surface>> spotsOfRow(rows);
-    onWorkers(rows, 1, [&] {
-        return [&, gatherer = FinalGatherer(scene, camera, options_, cache)](std::size_t row,
-                                                                             std::size_t) mutable {
-            const int y = grid.top + static_cast<int>(row) * step;
-            for (int x = grid.left; x < grid.right; x += step)
-                if (first || (x - grid.left) % (2 * step) != 0 || (y - grid.top) % (2 * step) != 0)
-                    gatherer.look(x, y, spotsOfRow[row]);
-            addRays(gatherer.takeCounts());
-        };
-    });
-    std::vector<Surface> spots;
-    for (const std::vector<Surface>& row : spotsOfRow)
-        spots.insert(spots.end(), row.begin(), row.end());
-    std::vector<GatherPoint> points(spots.size());
-    const auto before = static_cast<std::uint32_t>(cache.size());
-    onWorkers(spots.size(), 4, [&] {
-        return [&, gatherer = FinalGatherer(scene, camera, options_, cache)](
-                   std::size_t from, std::size_t to) mutable {
-            for (std::size_t i = from; i < to && !shouldStop(); ++i)
-                points[i] = gatherer.gather(spots[i], before + static_cast<std::uint32_t>(i));
-            addRays(gatherer.takeCounts());
-        };
-    });
-    if (stop_)
-        return false;
-    std::erase_if(points, [](const GatherPoint& point) { return !(point.radius > 0.0F); });
-    cache.add(points);
-    cache.index();
     return true;
 }
 

@@ -2,7 +2,9 @@
 
 #include "workbench/engine/core/BlockRenderer.h"
 #include "workbench/engine/core/Film.h"
+#include "workbench/engine/core/FlushDenormals.h"
 #include "workbench/engine/core/GatherCache.h"
+#include "workbench/engine/core/Parallel.h"
 #include "workbench/engine/core/Render.h"
 
 #include <atomic>
@@ -41,10 +43,16 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
+    static double secondsSince(Clock::time_point start) {
+        return std::chrono::duration<double>(Clock::now() - start).count();
+    }
+
     void render();
     bool renderCoarse(const CompiledScene& scene);
     bool fillCache(const CompiledScene& scene, GatherCache& cache);
     bool fillRound(const CompiledScene& scene, GatherCache& cache, int step, bool first);
+    std::vector<Surface>
+    findSpots(const CompiledScene& scene, const GatherCache& cache, int step, bool first);
     bool renderPasses(const CompiledScene& scene, const GatherCache* cache);
     bool renderPass(const CompiledScene& scene,
                     const GatherCache* cache,
@@ -83,5 +91,18 @@ private:
     Render::Listener listener_;
     Clock::time_point lastNotified_;
 };
+
+/// Hands out \p items, \p grain at a time in their order, to as many workers as the arena has.
+template <typename Task>
+void RenderJob::onWorkers(std::size_t items, std::size_t grain, const Task& task) {
+    std::atomic<std::size_t> next{0};
+    onEveryWorker([&] {
+        const FlushDenormals flush;
+        auto worker = task();
+        for (std::size_t first = next.fetch_add(grain); first < items && !shouldStop();
+             first = next.fetch_add(grain))
+            worker(first, std::min(items, first + grain));
+    });
+}
 
 } // namespace qor::engine
