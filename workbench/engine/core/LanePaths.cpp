@@ -27,6 +27,7 @@ PathState LanePaths::of(std::size_t lane, const PathBudget& budget) const {
     state.budget = {reflections[lane], budget.refractions, diffuse[lane], total[lane]};
     state.cone = {cones.width[lane], cones.spread[lane]};
     state.pdf = pdf[lane];
+    state.lobePdf = lobePdf[lane];
     state.lightPick = pick[lane];
     state.roughness = roughness[lane];
     state.bounces = bounces;
@@ -45,6 +46,7 @@ void LanePaths::follow(const LaneVertex& vertex,
     putRays(packet.ray, vertex.surface, above(vertex.surface, sample.direction));
     throughput = throughput * sample.weight * (1.0F / chance);
     pdf = sample.pdf * chance;
+    lobePdf = sample.pdf;
     lightsOnly = (total <= 0) | ((byDiffuse ? diffuse : reflections) <= 0);
     lightsCounted = byDiffuse;
     straight &= ~byDiffuse;

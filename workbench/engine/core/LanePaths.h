@@ -12,6 +12,7 @@ struct LanePaths {
     Vec3x8 throughput{Vec3{1.0F, 1.0F, 1.0F}};
     LaneCones cones;
     Float8 pdf = eight(std::numeric_limits<float>::infinity());
+    Float8 lobePdf = eight(std::numeric_limits<float>::infinity());
     Float8 pick = eight(1.0F);
     Float8 roughness{};
     Int8 straight = Int8{} - 1;
