@@ -96,7 +96,10 @@ TEST(DirectLight, SpotLightEndsAtItsOuterAngle) {
         return image.pixel(50 + static_cast<int>(r / perPixel), 50)[0];
     };
     EXPECT_NEAR(at(0.0), 1.0 / pi, 1e-3);
-    EXPECT_GT(at(std::tan(0.35)), 0.0F);
+    // Between the cones with the square of the cosine's way; nearer to the rim less arrives, too.
+    const double angle = std::atan((static_cast<int>(std::tan(0.3) / perPixel) + 0.5) * perPixel);
+    const double part = (std::cos(angle) - std::cos(0.4)) / (std::cos(0.2) - std::cos(0.4));
+    EXPECT_NEAR(at(std::tan(0.3)), part * part * std::pow(std::cos(angle), 4) / pi, 5e-3);
     EXPECT_EQ(at(std::tan(0.4) + 2 * perPixel), 0.0F);
 }
 

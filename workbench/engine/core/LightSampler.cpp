@@ -10,6 +10,7 @@ constexpr float infinity = std::numeric_limits<float>::infinity();
 /// Discs and spheres below these sizes are lights without extent.
 constexpr float smallestAngle = 1e-4F;
 
+/// Grows with the square between the cones' cosines (glTF extension KHR_lights_punctual).
 float spotFalloff(const SpotLight& spot, const Vec3& away) {
     const float c = dot(away, normalize(spot.direction));
     const float outer = std::cos(spot.outerRad);
@@ -19,7 +20,7 @@ float spotFalloff(const SpotLight& spot, const Vec3& away) {
     if (c >= inner)
         return 1.0F;
     const float t = (c - outer) / (inner - outer);
-    return t * t * (3.0F - 2.0F * t);
+    return t * t;
 }
 
 float falloff(const PointLight& /*light*/, const Vec3& /*away*/) {
