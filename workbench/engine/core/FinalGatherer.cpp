@@ -9,7 +9,7 @@ namespace {
 constexpr float fewestPixels = 6.0F;
 constexpr float mostPixels = 40.0F;
 /// Reach as a share of the typical distance of what lights a point.
-constexpr float reachShare = 0.35F;
+constexpr float reachShare = 0.5F;
 /// And at most this share of the scene's radius, unless the options say otherwise.
 constexpr float defaultReach = 0.1F;
 /// So many rays already tell where light changes far too quickly.

@@ -25,7 +25,7 @@ struct GatherPoint {
 class GatherCache {
 public:
     /// Points cover places up to this share of their reach, so that many reach every place.
-    static constexpr float coveringShare = 0.4F;
+    static constexpr float coveringShare = 0.6F;
 
     // Made and unmade inside the room, where alone lanes have their full alignment.
     GatherCache();
