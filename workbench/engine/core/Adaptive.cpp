@@ -39,17 +39,18 @@ Adaptive::Adaptive(const RenderOptions& options, const Film& film)
 
 std::vector<BlockWork> Adaptive::nextPass() {
     const Samples& samples = options_.samples;
+    if (uniform_ < samples.minimum) {
+        const int wanted =
+            options_.progressive ? std::max(1, uniform_ * (uniform_ < 4 ? 3 : 1)) : samples.minimum;
+        return wholePass(std::min({wanted, samples.minimum - uniform_, longestPass}));
+    }
+    if (samples.maximum <= samples.minimum)
+        return {};
     const int fewest =
         std::min(samples.noiseTarget ? fewestForTarget : fewestForContrast, samples.maximum);
-    const bool refines = samples.maximum > samples.minimum;
-    const int wanted = refines ? std::max(samples.minimum, fewest) : samples.minimum;
-    if (uniform_ < wanted) {
-        // Rays of one pixel lie close together: the more at once, the less each costs.
-        const int count =
-            options_.progressive ? std::max(1, uniform_ * (uniform_ < 4 ? 3 : 1)) : wanted;
-        return wholePass(std::min({count, wanted - uniform_, longestPass}));
-    }
-    return refines ? refinedPass() : std::vector<BlockWork>{};
+    if (uniform_ < fewest)
+        return wholePass(fewest - uniform_);
+    return refinedPass();
 }
 
 std::vector<BlockWork> Adaptive::wholePass(int count) {
