@@ -187,11 +187,13 @@ void withWatchdog(Task task) {
     done.get();
 }
 
-TEST(Embree, EveryKindOfQueryReturnsOnInstancedScenes) {
-    // Sixteen wide coherent occlusion packets never came back on scenes like this one; those in use
-    // must.
-    withWatchdog([] {
-        const MeshPtr mesh = sphere(0.4F, 64);
+class EmbreeQueries : public ::testing::TestWithParam<Layout> {};
+
+TEST_P(EmbreeQueries, ReturnAndAgree) {
+    // Sixteen wide coherent occlusion packets never came back on instanced scenes like this one;
+    // those in use must.
+    withWatchdog([layout = GetParam()] {
+        const MeshPtr mesh = sphere(0.4F, 24);
         std::vector<Instance> instances;
         for (int i = 0; i < 1000; ++i)
             instances.push_back({mesh,
@@ -199,9 +201,7 @@ TEST(Embree, EveryKindOfQueryReturnsOnInstancedScenes) {
                                                          static_cast<float>(i / 10 % 10),
                                                          static_cast<float>(i / 100)}),
                                  {0}});
-        const AssemblyPtr assembly = Assembly::create(std::move(instances)).value();
-        ASSERT_TRUE(assembly->prepare());
-        const AssemblyStructure& structure = assembly->structure();
+        const AssemblyStructure structure(instances, layout);
         int different = 0;
         for (int k = 0; k < 20000; ++k) {
             RayHitPacket hits{};
@@ -242,6 +242,7 @@ TEST(Embree, EveryKindOfQueryReturnsOnInstancedScenes) {
                 const bool asked = mask.lane[static_cast<std::size_t>(i)] != 0;
                 different +=
                     asked && (hits.hit.geomID[i] != Hit::none) != static_cast<bool>(single) ? 1 : 0;
+                different += asked && hits.hit.instID[0][i] != single.instance ? 1 : 0;
                 different += asked && (shadows.tfar[i] < 0.0F) != static_cast<bool>(single) ? 1 : 0;
                 for (const RayHitPacket* pair : {&first, &second})
                     different +=
@@ -251,6 +252,28 @@ TEST(Embree, EveryKindOfQueryReturnsOnInstancedScenes) {
         }
         EXPECT_LT(different, 20); // rays that graze an edge
     });
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts,
+                         EmbreeQueries,
+                         ::testing::Values(Layout::flat, Layout::instanced),
+                         [](const auto& layout) {
+                             return layout.param == Layout::flat ? "flat" : "instanced";
+                         });
+
+TEST(Assembly, KeepsItsStructureWhenOnlyMaterialsChange) {
+    const MeshPtr mesh = sphere(1.0F, 24);
+    const auto prepared = [&](float x, std::uint32_t material) {
+        AssemblyPtr assembly =
+            Assembly::create({{mesh, Transform::translation({x, 0, 0}), {material}}}).value();
+        EXPECT_TRUE(assembly->prepare());
+        return assembly;
+    };
+    const AssemblyPtr first = prepared(1.0F, 0);
+    const AssemblyPtr painted = prepared(1.0F, 1);
+    const AssemblyPtr moved = prepared(2.0F, 0);
+    EXPECT_EQ(&first->structure(), &painted->structure());
+    EXPECT_NE(&first->structure(), &moved->structure());
 }
 
 } // namespace

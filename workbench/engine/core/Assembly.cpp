@@ -28,6 +28,13 @@ Result<Done> check(const Instance& instance, std::size_t index) {
     return Done{};
 }
 
+using StructurePtr = std::shared_ptr<const AssemblyStructure>;
+
+/// A flat structure takes about 100 bytes a triangle. It may be so large, or twice as large as the
+/// meshes that it is made of would be by themselves.
+constexpr std::size_t mostFlatTriangles = 2'500'000;
+constexpr std::size_t mostFlatGrowth = 2;
+
 /// Each mesh once, the largest first, so that no processor ends with one.
 std::vector<const Mesh*> distinctMeshes(const std::vector<Instance>& instances) {
     std::vector<const Mesh*> meshes;
@@ -43,12 +50,83 @@ std::vector<const Mesh*> distinctMeshes(const std::vector<Instance>& instances) 
     return meshes;
 }
 
+Layout layoutOf(const std::vector<Instance>& instances) {
+    std::size_t all = 0;
+    for (const Instance& instance : instances)
+        all += instance.mesh->data().triangles.size();
+    std::size_t distinct = 0;
+    for (const Mesh* mesh : distinctMeshes(instances))
+        distinct += mesh->data().triangles.size();
+    return all <= std::max(mostFlatTriangles, mostFlatGrowth * distinct) ? Layout::flat
+                                                                         : Layout::instanced;
+}
+
+StructurePtr build(const std::vector<Instance>& instances) {
+    const Layout layout = layoutOf(instances);
+    if (layout == Layout::instanced) {
+        const std::vector<const Mesh*> meshes = distinctMeshes(instances);
+        forEachIndex(meshes.size(),
+                     [&](std::size_t i) { static_cast<void>(meshes[i]->structure()); });
+    }
+    return std::make_shared<AssemblyStructure>(instances, layout);
+}
+
+/// What a structure is made from: materials are none of its business.
+struct Place {
+    std::uint64_t mesh = 0; ///< identity
+    Transform transform;
+
+    friend bool operator==(const Place&, const Place&) = default;
+};
+
+/// Structures in use. An assembly that differs in its materials alone gets the same one.
+class KnownStructures {
+public:
+    StructurePtr find(const std::vector<Place>& places) {
+        const std::scoped_lock lock(mutex_);
+        for (const Known& one : known_)
+            if (one.places == places)
+                if (StructurePtr structure = one.structure.lock())
+                    return structure;
+        return {};
+    }
+
+    void keep(std::vector<Place> places, const StructurePtr& structure) {
+        const std::scoped_lock lock(mutex_);
+        std::erase_if(known_, [](const Known& one) { return one.structure.expired(); });
+        known_.push_back({std::move(places), structure});
+    }
+
+private:
+    struct Known {
+        std::vector<Place> places;
+        std::weak_ptr<const AssemblyStructure> structure;
+    };
+
+    std::mutex mutex_;
+    std::vector<Known> known_;
+};
+
+StructurePtr sharedStructure(const std::vector<Instance>& instances) {
+    static KnownStructures known;
+    std::vector<Place> places;
+    places.reserve(instances.size());
+    for (const Instance& instance : instances)
+        places.push_back({instance.mesh->identity(), instance.transform});
+    StructurePtr structure = known.find(places);
+    if (!structure) {
+        structure = build(instances);
+        known.keep(std::move(places), structure);
+    }
+    return structure;
+}
+
 } // namespace
 
 struct Assembly::Lazy {
     std::mutex mutex;
     std::atomic<const AssemblyStructure*> ready{nullptr};
-    std::unique_ptr<const AssemblyStructure> structure;
+    StructurePtr structure;
 };
 
 Result<AssemblyPtr> Assembly::create(std::vector<Instance> instances) {
@@ -81,14 +159,9 @@ Result<Done> Assembly::prepare() const {
     if (lazy_->structure)
         return Done{};
     try {
-        const std::vector<const Mesh*> meshes = distinctMeshes(instances_);
         // Isolated: a thread that waits here for a structure must not take up other work that wants
         // the lock.
-        isolated([&] {
-            forEachIndex(meshes.size(),
-                         [&](std::size_t i) { static_cast<void>(meshes[i]->structure()); });
-            lazy_->structure = std::make_unique<AssemblyStructure>(instances_);
-        });
+        isolated([&] { lazy_->structure = sharedStructure(instances_); });
     } catch (const std::bad_alloc&) {
         return Error{ErrorCode::outOfMemory, "not enough memory for the structures of " +
                                                  std::to_string(triangleCount()) + " triangles"};

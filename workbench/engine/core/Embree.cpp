@@ -1,5 +1,6 @@
 #include "workbench/engine/core/Embree.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <new>
@@ -52,9 +53,22 @@ RTCScene newScene() {
 
 /// The mesh's own arrays, which outlive the structure; Mesh keeps room for the fourth float that is
 /// read with each position.
-void shareTriangles(RTCGeometry geometry, const MeshData& data) {
+void sharePositions(RTCGeometry geometry, const MeshData& data) {
     rtcSetSharedGeometryBuffer(geometry, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3,
                                data.positions.data(), 0, sizeof(Vec3), data.positions.size());
+}
+
+void placePositions(RTCGeometry geometry, const MeshData& data, const Transform& transform) {
+    auto* placed = static_cast<Vec3*>(rtcSetNewGeometryBuffer(geometry, RTC_BUFFER_TYPE_VERTEX, 0,
+                                                              RTC_FORMAT_FLOAT3, sizeof(Vec3),
+                                                              data.positions.size()));
+    if (placed == nullptr)
+        throw std::bad_alloc();
+    std::transform(data.positions.begin(), data.positions.end(), placed,
+                   [&](const Vec3& position) { return transform.point(position); });
+}
+
+void shareTriangles(RTCGeometry geometry, const MeshData& data) {
     rtcSetSharedGeometryBuffer(geometry, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3,
                                data.triangles.data(), 0, sizeof(data.triangles[0]),
                                data.triangles.size());
@@ -87,6 +101,24 @@ void attachInstance(RTCScene scene, const Instance& instance, unsigned id) {
     rtcSetGeometryTimeStepCount(geometry, 1);
     rtcSetGeometryTransform(geometry, 0, RTC_FORMAT_FLOAT3X4_COLUMN_MAJOR,
                             columns(instance.transform).data());
+    attachAndRelease(scene, geometry, id);
+}
+
+void attachTriangles(RTCScene scene, const Instance& instance, unsigned id) {
+    const MeshData& data = instance.mesh->data();
+    if (data.triangles.empty())
+        return;
+    RTCGeometry geometry = newGeometry(RTC_GEOMETRY_TYPE_TRIANGLE);
+    try {
+        if (instance.transform == Transform{})
+            sharePositions(geometry, data);
+        else
+            placePositions(geometry, data, instance.transform);
+    } catch (...) {
+        rtcReleaseGeometry(geometry);
+        throw;
+    }
+    shareTriangles(geometry, data);
     attachAndRelease(scene, geometry, id);
 }
 
@@ -156,6 +188,7 @@ MeshStructure::MeshStructure(const MeshData& data) : scene_(newScene()) {
     try {
         if (!data.triangles.empty()) {
             RTCGeometry geometry = newGeometry(RTC_GEOMETRY_TYPE_TRIANGLE);
+            sharePositions(geometry, data);
             shareTriangles(geometry, data);
             attachAndRelease(scene_, geometry, 0);
         }
@@ -171,10 +204,12 @@ MeshStructure::~MeshStructure() {
     rtcReleaseScene(scene_);
 }
 
-AssemblyStructure::AssemblyStructure(const std::vector<Instance>& instances) : scene_(newScene()) {
+AssemblyStructure::AssemblyStructure(const std::vector<Instance>& instances, Layout layout)
+    : scene_(newScene()), layout_(layout) {
+    const auto attach = layout == Layout::flat ? attachTriangles : attachInstance;
     try {
         for (std::size_t i = 0; i < instances.size(); ++i)
-            attachInstance(scene_, instances[i], static_cast<unsigned>(i));
+            attach(scene_, instances[i], static_cast<unsigned>(i));
         rtcCommitScene(scene_);
         throwOnError();
     } catch (...) {
@@ -196,7 +231,8 @@ Hit AssemblyStructure::intersect(const Ray& ray) const {
     rtcIntersect1(scene_, &how, &query);
     if (query.hit.geomID == RTC_INVALID_GEOMETRY_ID)
         return {};
-    return {query.hit.instID[0], query.hit.primID, query.ray.tfar, query.hit.u, query.hit.v};
+    const unsigned instance = layout_ == Layout::flat ? query.hit.geomID : query.hit.instID[0];
+    return {instance, query.hit.primID, query.ray.tfar, query.hit.u, query.hit.v};
 }
 
 bool AssemblyStructure::occluded(const Ray& ray) const {
@@ -206,16 +242,25 @@ bool AssemblyStructure::occluded(const Ray& ray) const {
     return query.tfar < 0.0F;
 }
 
+/// Geometries of a flat structure are numbered as the instances that they stand for.
+void AssemblyStructure::tellInstances(RayHitPacket& packet) const {
+    if (layout_ == Layout::flat)
+        std::memcpy(packet.hit.instID[0], packet.hit.geomID, sizeof(packet.hit.geomID));
+}
+
 void AssemblyStructure::intersect(const PacketMask& mask, RayHitPacket& packet) const {
     RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_COHERENT);
     rtcIntersect8(mask.lane.data(), scene_, &how, &packet);
+    tellInstances(packet);
 }
 
 void AssemblyStructure::intersect(RayHitPacket& one, RayHitPacket& other) const {
     RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_COHERENT);
     if (!isSixteenWide()) {
-        for (RayHitPacket* packet : {&one, &other})
+        for (RayHitPacket* packet : {&one, &other}) {
             rtcIntersect8(allRays.data(), scene_, &how, packet);
+            tellInstances(*packet);
+        }
         return;
     }
     RTCRayHit16 both;
@@ -225,6 +270,8 @@ void AssemblyStructure::intersect(RayHitPacket& one, RayHitPacket& other) const 
     rtcIntersect16(allRays.data(), scene_, &how, &both);
     takeHits(both, 0, one);
     takeHits(both, 1, other);
+    tellInstances(one);
+    tellInstances(other);
 }
 
 void AssemblyStructure::occluded(const PacketMask& mask, RayPacket& packet) const {
@@ -235,6 +282,7 @@ void AssemblyStructure::occluded(const PacketMask& mask, RayPacket& packet) cons
 void AssemblyStructure::intersectScattered(const PacketMask& mask, RayHitPacket& packet) const {
     RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_INCOHERENT);
     rtcIntersect8(mask.lane.data(), scene_, &how, &packet);
+    tellInstances(packet);
 }
 
 void AssemblyStructure::occludedScattered(const PacketMask& mask, RayPacket& packet) const {

@@ -15,6 +15,12 @@ namespace qor::engine {
 /// are traced as one. Sixteen wide occlusion packets with the coherent flag never return on
 /// instanced scenes, so there are none.
 
+/// How the triangles of an assembly are laid out.
+enum class Layout {
+    flat,     ///< all in one structure: rays are faster by 10 to 30 %
+    instanced ///< a structure for each mesh, however often it appears: smaller, and sooner built
+};
+
 /// Eight rays, or eight rays and their hits, side by side.
 using RayPacket = RTCRay8;
 using RayHitPacket = RTCRayHit8;
@@ -70,12 +76,12 @@ private:
     RTCScene scene_ = nullptr;
 };
 
-/// The ray tracing structure over all instances. All queries may run at once on any number of
-/// threads.
+/// The ray tracing structure over all instances, whose meshes must outlive it. All queries may run
+/// at once on any number of threads.
 class AssemblyStructure {
 public:
     /// Throws std::bad_alloc when memory is short.
-    explicit AssemblyStructure(const std::vector<Instance>& instances);
+    AssemblyStructure(const std::vector<Instance>& instances, Layout layout);
     ~AssemblyStructure();
     AssemblyStructure(const AssemblyStructure&) = delete;
     AssemblyStructure(AssemblyStructure&&) = delete;
@@ -98,7 +104,10 @@ public:
     void occludedScattered(const PacketMask& mask, RayPacket& packet) const;
 
 private:
+    void tellInstances(RayHitPacket& packet) const;
+
     RTCScene scene_ = nullptr;
+    Layout layout_;
 };
 
 /// Bytes that all structures of this process hold at the moment.
