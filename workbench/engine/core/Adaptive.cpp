@@ -39,18 +39,20 @@ Adaptive::Adaptive(const RenderOptions& options, const Film& film)
 
 std::vector<BlockWork> Adaptive::nextPass() {
     const Samples& samples = options_.samples;
-    if (uniform_ < samples.minimum) {
+    const int least = leastSamples();
+    if (uniform_ < least) {
         const int wanted =
-            options_.progressive ? std::max(1, uniform_ * (uniform_ < 4 ? 3 : 1)) : samples.minimum;
-        return wholePass(std::min({wanted, samples.minimum - uniform_, longestPass}));
+            options_.progressive ? std::max(1, uniform_ * (uniform_ < 4 ? 3 : 1)) : least;
+        return wholePass(std::min({wanted, least - uniform_, longestPass}));
     }
-    if (samples.maximum <= samples.minimum)
-        return {};
-    const int fewest =
-        std::min(samples.noiseTarget ? fewestForTarget : fewestForContrast, samples.maximum);
-    if (uniform_ < fewest)
-        return wholePass(fewest - uniform_);
-    return refinedPass();
+    return samples.maximum > samples.minimum ? refinedPass() : std::vector<BlockWork>{};
+}
+
+/// Of every block, before any is looked at.
+int Adaptive::leastSamples() const {
+    const Samples& samples = options_.samples;
+    const int forEstimate = samples.noiseTarget ? fewestForTarget : fewestForContrast;
+    return std::max(samples.minimum, std::min(forEstimate, samples.maximum));
 }
 
 std::vector<BlockWork> Adaptive::wholePass(int count) {

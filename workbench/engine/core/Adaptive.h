@@ -30,6 +30,7 @@ public:
     double plannedSamples() const { return planned_; }
 
 private:
+    int leastSamples() const;
     std::vector<BlockWork> wholePass(int count);
     std::vector<BlockWork> refinedPass();
     std::vector<bool> chooseByTarget();

@@ -82,25 +82,40 @@ PathState BlockRenderer::stateOf(const LanePlaces& places,
     return state;
 }
 
-BlockSums BlockRenderer::render(int x, int y, const BlockWork& work) {
+/// Calls \p visit(look) for each packet of \p work that has been traced.
+template <typename Visit>
+void BlockRenderer::renderLooks(int x, int y, const BlockWork& work, const Visit& visit) {
     static_assert(blockPixels == packetWidth);
     Seeds seeds{};
     for (int i = 0; i < blockPixels; ++i)
         seeds[static_cast<std::size_t>(i)] =
             pixelSeed(x + i % blockWidth, y + i / blockWidth, options_.seed);
-    BlockSums sums;
     constexpr int most = std::tuple_size_v<decltype(looks_)>;
     for (int first = 0; first < work.count; first += most) {
         const int count = std::min(most, work.count - first);
         for (int i = 0; i < count; ++i)
             place(x, y, first + i, work, seeds, looks_[static_cast<std::size_t>(i)]);
         trace(looks_.data(), count);
-        for (int i = 0; i < count; ++i) {
-            const Look& look = looks_[static_cast<std::size_t>(i)];
-            addUp(look.colors, look.pixels, sums);
-        }
+        for (int i = 0; i < count; ++i)
+            visit(looks_[static_cast<std::size_t>(i)]);
     }
+}
+
+BlockSums BlockRenderer::render(int x, int y, const BlockWork& work) {
+    BlockSums sums;
+    renderLooks(x, y, work, [&](const Look& look) { addUp(look.colors, look.pixels, sums); });
     return sums;
+}
+
+std::array<BlockSums, 2> BlockRenderer::renderHalves(int x, int y, const BlockWork& work) {
+    std::array<BlockSums, 2> halves;
+    const Int8 middle = Int8{} + (work.first + work.count / 2);
+    renderLooks(x, y, work, [&](const Look& look) {
+        const Int8 early = std::bit_cast<Int8>(look.places.index) < middle;
+        addUp(look.colors, look.pixels, early, halves[0]);
+        addUp(look.colors, look.pixels, ~early, halves[1]);
+    });
+    return halves;
 }
 
 /// Gives each lane of packet \p number of a block its sample and that its place in its pixel. Pixel

@@ -63,9 +63,12 @@ void Film::addHalves(std::size_t index, const BlockSums& one, const BlockSums& o
     const std::scoped_lock lock(lockOf(index));
     if (frozen_)
         return;
+    const bool first = counts_[index] == 0;
     addLocked(index, sums, samples);
-    if (differences_.size() > 0)
-        differences_[index].quarters = differenceOf(one, samples / 2, other, samples - samples / 2);
+    if (differences_.size() == 0)
+        return;
+    const float difference = differenceOf(one, samples / 2, other, samples - samples / 2);
+    (first ? differences_[index].halves : differences_[index].quarters) = difference;
 }
 
 void Film::addLocked(std::size_t index, const BlockSums& sums, int samples) {

@@ -33,7 +33,7 @@ struct BlockSums {
 /// mean over pixels and channels, and as large as the error of the parts' mean would be if they had
 /// nothing to do with each other.
 struct BlockDifferences {
-    float halves = 0.0F;   ///< what was there before and what came last
+    float halves = 0.0F; ///< what was there before and what came last, or both halves of the first
     float quarters = 0.0F; ///< both halves of what came last; 0: it did not come in halves
 };
 

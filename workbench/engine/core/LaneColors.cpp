@@ -21,4 +21,13 @@ void addUp(const LaneColors& lanes, const Int8& pixels, BlockSums& sums) {
         add(pixels[i], c.x[i], c.y[i], c.z[i], lanes.alpha[i], squares[i]);
 }
 
+void addUp(const LaneColors& lanes, const Int8& pixels, const Int8& asked, BlockSums& sums) {
+    if (bitsOf(asked) == 0)
+        return;
+    LaneColors some;
+    some.color = select(asked, lanes.color, Vec3x8{});
+    some.alpha = asked ? lanes.alpha : Float8{};
+    addUp(some, pixels, sums);
+}
+
 } // namespace qor::engine

@@ -24,5 +24,7 @@ struct LaneColors {
 
 /// Adds the lanes of a packet, which lie in \p pixels in rising order, to their sums.
 void addUp(const LaneColors& lanes, const Int8& pixels, BlockSums& sums);
+/// The same for the lanes of \p asked alone.
+void addUp(const LaneColors& lanes, const Int8& pixels, const Int8& asked, BlockSums& sums);
 
 } // namespace qor::engine

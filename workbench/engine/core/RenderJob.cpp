@@ -175,12 +175,8 @@ void RenderJob::renderBlock(BlockRenderer& renderer, const BlockWork& work) {
     const int y = grid.pixelY(work.row);
     if (!options_.samples.noiseTarget || work.count < 2)
         return film_.add(index, renderer.render(x, y, work), work.count);
-    BlockWork half = work;
-    half.count = work.count / 2;
-    const BlockSums one = renderer.render(x, y, half);
-    half.first += half.count;
-    half.count = work.count - half.count;
-    film_.addHalves(index, one, renderer.render(x, y, half), work.count);
+    const auto [one, other] = renderer.renderHalves(x, y, work);
+    film_.addHalves(index, one, other, work.count);
 }
 
 bool RenderJob::isOutOfTime() const {
