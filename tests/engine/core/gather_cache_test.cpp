@@ -37,7 +37,8 @@ std::vector<GatherPoint> somePoints(int count) {
                           0.05F + 3.0F * size * size,
                           0.0F,
                           unbounded,
-                          i % 9 == 5});
+                          i % 9 == 5,
+                          {}});
     }
     return points;
 }
@@ -50,7 +51,7 @@ std::vector<GatherPoint> plate(int count, float reach, const Light& light) {
     for (int i = 0; i < count; ++i) {
         const Vec3 at = place(seed);
         const Vec3 flat{at.x, at.y, 0.0F};
-        points.push_back({flat, {0, 0, 1}, light(flat), reach, 0.0F, unbounded, false});
+        points.push_back({flat, {0, 0, 1}, light(flat), reach, 0.0F, unbounded, false, {}});
     }
     return points;
 }
@@ -188,6 +189,26 @@ TEST(GatherCache, BoundsReachesByWhatNeighboursHaveSeen) {
     bounded.index();
     EXPECT_FALSE(bounded.irradiance(beyond, {0, 0, 1}, got));
     EXPECT_TRUE(bounded.irradiance({0.2F, 0, 0}, {0, 0, 1}, got));
+}
+
+TEST(GatherCache, UsesNoPointBehindItsWalls) {
+    // Eight points in a corner, with walls at x = 0.5 and y = 0.25.
+    const std::array<Vec3, 2> walls{Vec3{2, 0, 0}, Vec3{0, 4, 0}};
+    GatherCache cache;
+    cache.add(std::vector<GatherPoint>(
+        8, {{0, 0, 0}, {0, 0, 1}, {1, 1, 1}, 2.0F, 0.0F, unbounded, false, walls}));
+    cache.index();
+    Color got;
+    EXPECT_TRUE(cache.irradiance({0.49F, 0.24F, 0}, {0, 0, 1}, got));
+    EXPECT_TRUE(cache.irradiance({-0.6F, -0.6F, 0}, {0, 0, 1}, got));
+    for (const Vec3& behind : {Vec3{0.51F, 0, 0}, Vec3{0, 0.26F, 0}, Vec3{-0.6F, 0.26F, 0}}) {
+        EXPECT_FALSE(cache.irradiance(behind, {0, 0, 1}, got));
+        EXPECT_FALSE(cache.covers(behind, {0, 0, 1}));
+    }
+    // A point without walls is.
+    cache.add({{{0, 0, 0}, {0, 0, 1}, {1, 1, 1}, 2.0F, 0.0F, unbounded, false, {}}});
+    cache.index();
+    EXPECT_TRUE(cache.irradiance({0.51F, 0, 0}, {0, 0, 1}, got));
 }
 
 TEST(GatherCache, LeavesRoughPlacesToTracing) {

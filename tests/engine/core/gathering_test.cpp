@@ -106,5 +106,72 @@ TEST(GatheredLight, StaysOutOfAClosedBox) {
     EXPECT_LT(meanOf(image, 0, 0, 64, 64), 0.002);
 }
 
+/// Two rooms with a common floor and rear wall, open towards the eye, and a wall between them. The
+/// left one has a lamp, of which nothing can get into the right one.
+Scene rooms(const MeshPtr& between) {
+    Scene scene = sceneOf(
+        {quad({-1, -1, 0}, {2, 0, 0}, {0, 2, 0}), quad({-1, 1, 0}, {2, 0, 0}, {0, 0, 1}), between},
+        std::vector<Material>(3, diffuse({0.8F, 0.8F, 0.8F})));
+    scene.lights = {PointLight{{-0.5F, 0, 0.6F}, {1, 1, 1}, 0.0F, true}};
+    return scene;
+}
+
+/// The brightest pixel of those that get no light at all.
+double brightestOfTheDark(const Image& image, const Image& traced) {
+    double brightest = 0.0;
+    for (int y = 0; y < image.height; ++y)
+        for (int x = 0; x < image.width; ++x)
+            if (traced.pixel(x, y)[0] == 0.0F)
+                brightest = std::max(brightest, double{image.pixel(x, y)[0]});
+    return brightest;
+}
+
+TEST(GatheredLight, StaysOnItsSideOfAThinWall) {
+    const Camera view = lookFrom({0.4F, -3, 2.2F}, 45.0F);
+    for (const float half : {0.0F, 0.004F}) {
+        const Scene scene = rooms(half > 0.0F ? box({-half, -1, 0}, {half, 1, 1})
+                                              : quad({0, -1, 0}, {0, 2, 0}, {0, 0, 1}));
+        for (const int samples : {4, 16, 64}) {
+            const RenderOptions options = tracing(96, samples);
+            const Image traced = rendered(scene, view, options);
+            const Image image = gathered(scene, view, options, samples);
+            EXPECT_LT(brightestOfTheDark(image, traced), 1e-3) << half << ' ' << samples;
+        }
+    }
+}
+
+/// A slab on a floor, in light from behind it: at its foot lies a narrow shadow, bright floor
+/// beyond.
+Scene slab() {
+    Scene scene = sceneOf({quad({-4, -4, 0}, {8, 0, 0}, {0, 8, 0}), box({-2, 0, 0}, {2, 1, 0.5F}),
+                           box({-0.2F, 0.4F, 0.5F}, {0.2F, 0.8F, 1})},
+                          std::vector<Material>(3, diffuse({0.8F, 0.8F, 0.8F})));
+    scene.environment = constant(0.2F);
+    scene.lights = {DirectionalLight{{-0.2F, -0.15F, -1}, {3, 3, 3}, 0.0F, true}};
+    return scene;
+}
+
+TEST(GatheredLight, DarkensFeetOfWallsAsTracedLightDoes) {
+    Camera view = lookFrom({-1, -5, 2.2F}, 22.0F);
+    const RenderOptions options = tracing(96, 256);
+    const Image traced = rendered(slab(), view, options);
+    const Difference off = differenceOf(gathered(slab(), view, options, 256), traced);
+    EXPECT_LT(off.largest, 0.15);
+    EXPECT_LT(std::sqrt(off.meanSquare), 0.02);
+}
+
+TEST(GatheredLight, GoesAroundCornersAsTracedLightDoes) {
+    // A tall block that is lit from one side stands on a floor in the dark.
+    Scene scene = sceneOf({quad({-4, -4, 0}, {8, 0, 0}, {0, 8, 0}), box({-1, -0.5F, 0}, {0, 2, 2})},
+                          std::vector<Material>(2, diffuse({0.8F, 0.8F, 0.8F})));
+    scene.lights = {DirectionalLight{{-1, 0.1F, -1}, {3, 3, 3}, 0.0F, true}};
+    const Camera view = lookFrom({1, -5, 2.5F}, 25.0F);
+    const RenderOptions options = tracing(96, 256);
+    const Image traced = rendered(scene, view, options);
+    const Difference off = differenceOf(gathered(scene, view, options, 256), traced);
+    EXPECT_LT(off.largest, 0.1);
+    EXPECT_LT(std::sqrt(off.meanSquare), 0.01);
+}
+
 } // namespace
 } // namespace qor::engine::testing

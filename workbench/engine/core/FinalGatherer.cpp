@@ -1,5 +1,7 @@
 #include "workbench/engine/core/FinalGatherer.h"
 
+#include "workbench/engine/core/GatherBarriers.h"
+
 namespace qor::engine {
 
 namespace {
@@ -28,6 +30,16 @@ float roughShare(const Samples& samples) {
     constexpr int many = 32;
     return samples.maximum < few ? 0.3F : samples.maximum < many ? 0.6F : 1.0F;
 }
+
+/// How far light changes little beside a wall, as a share of the distance to it: what lies at its
+/// foot is in the dark. Only a picture of many samples can show that without noise.
+float wallShare(const Samples& samples) {
+    constexpr int many = 32;
+    return samples.maximum < many ? std::numeric_limits<float>::infinity() : 1.0F;
+}
+
+/// Walls are looked for where any ray has met something within this many reaches.
+constexpr float farthestWall = 1.5F;
 
 /// The harmonic mean of distances.
 float typicalDistance(float nearness, std::uint32_t rays) {
@@ -63,7 +75,7 @@ GatherPoint FinalGatherer::gather(const Surface& spot, std::uint32_t number) {
     const float limit = options_.finalGather.maxRadius > 0.0F ? options_.finalGather.maxRadius
                                                               : defaultReach * scene_.radius();
     const float least = std::max(pixel * fewestPixels, 1e-6F * scene_.radius());
-    GatherPoint point{spot.position, spot.normal, {}, least, least, 0.0F, true};
+    GatherPoint point{spot.position, spot.normal, {}, least, least, 0.0F, true, {}};
     const float tooRough = roughShare(options_.samples) * least;
     Gathered sums;
     const std::uint32_t probing = std::min(probingRays, rays);
@@ -74,10 +86,21 @@ GatherPoint FinalGatherer::gather(const Surface& spot, std::uint32_t number) {
     shoot(spot, seed, probing, rays, sums);
     point.irradiance = sums.light * (pi / static_cast<float>(rays));
     point.steady = reachShare * typicalDistance(sums.nearness, rays);
+    point.reach = std::max(least, std::min({point.steady, pixel * mostPixels, limit}));
+    point.steady =
+        std::min(point.steady, wallShare(options_.samples) * wallAround(spot, sums.nearest, point));
+    point.reach = std::min(point.reach, std::max(least, point.steady));
     point.rough = point.steady < tooRough;
-    if (!point.rough)
-        point.reach = std::max(least, std::min({point.steady, pixel * mostPixels, limit}));
     return point;
+}
+
+/// Distance of the nearest wall in reach of \p point, which gets its barriers. \p nearest is what
+/// rays have met: none of many has missed a wall that is worth the name.
+float FinalGatherer::wallAround(const Surface& spot, float nearest, GatherPoint& point) {
+    if (nearest > farthestWall * point.reach)
+        return std::numeric_limits<float>::infinity();
+    looks_ += looksAround;
+    return findBarriers(scene_, spot, point);
 }
 
 void FinalGatherer::shoot(const Surface& spot,
@@ -108,12 +131,14 @@ void FinalGatherer::shoot(const Surface& spot,
         float distance = std::numeric_limits<float>::infinity();
         sums.light += tracer_.trace(state, sampler, &distance).color;
         sums.nearness += 1.0F / std::max(distance, spot.offset);
+        sums.nearest = std::min(sums.nearest, distance);
     }
 }
 
 RayCounts FinalGatherer::takeCounts() {
     RayCounts result;
-    result.gather = looker_.counts().total() + tracer_.counts().total();
+    result.gather = looker_.counts().total() + tracer_.counts().total() + looks_;
+    looks_ = 0;
     looker_.counts() = {};
     tracer_.counts() = {};
     return result;

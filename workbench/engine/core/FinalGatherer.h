@@ -43,8 +43,10 @@ private:
     struct Gathered {
         Color light;
         float nearness = 0.0F; ///< sum of reciprocal distances
+        float nearest = std::numeric_limits<float>::infinity();
     };
 
+    float wallAround(const Surface& spot, float nearest, GatherPoint& point);
     void shoot(const Surface& spot,
                std::uint32_t seed,
                std::uint32_t first,
@@ -56,6 +58,7 @@ private:
     const RenderOptions& options_;
     PathTracer looker_;
     PathTracer tracer_;
+    std::uint64_t looks_ = 0; ///< rays along surfaces
 };
 
 } // namespace qor::engine

@@ -43,7 +43,7 @@ void forCells(const GatherPoint& point, float cellSize, std::uint32_t mask, Visi
     const float reach = point.reach;
     const Vec3 low = point.position - Vec3{reach, reach, reach};
     const Vec3 high = point.position + Vec3{reach, reach, reach};
-    std::array<std::uint32_t, 27> entries{}; // the cube is no larger than a cell: two an axis
+    std::array<std::uint32_t, 27> entries{}; // the cube is no larger than two cells: three an axis
     std::size_t count = 0;
     for (int x = cellOf(low.x, cellSize); x <= cellOf(high.x, cellSize); ++x)
         for (int y = cellOf(low.y, cellSize); y <= cellOf(high.y, cellSize); ++y)
@@ -70,11 +70,10 @@ void GatherCache::index() {
 }
 
 void GatherCache::buildLevels() {
-    // A point's cells are twice to four times as large as its reach, so that it stands in eight at
-    // most.
+    // A point's cells are once to twice as large as its reach, so that it stands in 27 at most.
     std::map<int, std::vector<std::uint32_t>> byScale;
     for (std::uint32_t i = 0; i < points_.size(); ++i)
-        byScale[std::ilogb(points_[i].reach) + 2].push_back(i);
+        byScale[std::ilogb(points_[i].reach) + 1].push_back(i);
     levels_.clear();
     for (const auto& [scale, members] : byScale)
         levels_.push_back(buildLevel(std::ldexp(1.0F, scale), points_, members));
@@ -107,6 +106,11 @@ bool GatherCache::boundReaches() {
     return changed;
 }
 
+bool GatherPoint::isOpen() const {
+    return std::all_of(barriers.begin(), barriers.end(),
+                       [](const Vec3& barrier) { return barrier == Vec3{}; });
+}
+
 GatherCache::GatherCache() = default;
 
 GatherCache::~GatherCache() = default;
@@ -123,6 +127,16 @@ void GatherCache::Group::set(std::size_t lane, const GatherPoint& point, std::ui
     perReach[lane] = 1.0F / point.reach;
     rough[lane] = point.rough ? -1 : 0;
     number[lane] = static_cast<std::int32_t>(itsNumber);
+    open = open && point.isOpen();
+    for (std::size_t i = 0; i < barriers.size(); ++i)
+        barriers[i].set(lane, point.barriers[i]);
+}
+
+Int8 GatherCache::Group::reaching(const Vec3x8& away) const {
+    Int8 result{-1, -1, -1, -1, -1, -1, -1, -1};
+    for (const Vec3x8& barrier : barriers)
+        result &= dot(away, barrier) < 1.0F;
+    return result;
 }
 
 GatherCache::Level GatherCache::buildLevel(float cellSize,
@@ -178,15 +192,22 @@ void GatherCache::visit(const Vec3& position, const Vec3& normal, Visit&& visit)
             level.mask;
         for (std::uint32_t i = level.starts[entry]; i < level.starts[entry + 1]; ++i) {
             const Group& group = level.groups[i];
-            const Vec3x8 away = (here - group.position) * group.perReach;
+            const Vec3x8 fromPoint = here - group.position;
+            const Vec3x8 away = fromPoint * group.perReach;
+            const Float8 square = dot(away, away);
+            if (bitsOf(square < 1.0F) == 0)
+                continue;
             const Float8 turn = greatest(1.0F - dot(up, group.normal), Float8{});
-            const Float8 error = length(away) + perTurn * squareRoot(turn);
+            const Float8 error = squareRoot(square) + perTurn * squareRoot(turn);
             // What lies in front of a place sees what the place does not, and the other way round.
             // On a round surface both lie at the same height, as their mean normal has it.
-            const Int8 usable =
+            Int8 usable =
                 (error < 1.0F) & (magnitude(dot(away, up + group.normal)) < 2.0F * levelShare);
-            if (bitsOf(usable) != 0)
-                visit(group, error, usable);
+            if (bitsOf(usable) == 0)
+                continue;
+            if (!group.open)
+                usable &= group.reaching(fromPoint);
+            visit(group, error, usable);
         }
     }
 }

@@ -8,6 +8,9 @@ namespace qor::engine {
 
 /// Light gathered at one point of a surface.
 struct GatherPoint {
+    /// Walls near a point behind which it is not used.
+    static constexpr std::size_t mostBarriers = 2;
+
     Vec3 position;
     Vec3 normal;
     Color irradiance;
@@ -15,6 +18,12 @@ struct GatherPoint {
     float least = 0.0F;  ///< neighbours do not bound the reach below this
     float steady = 0.0F; ///< distance within which light changes little, as far as it is known
     bool rough = false;  ///< light changes too quickly around it to be interpolated: to be traced
+    /// Each points straight at a wall; what lies farther along it than one by its length is behind
+    /// that wall. Zero where there is none.
+    std::array<Vec3, mostBarriers> barriers{};
+
+    /// Whether there is no wall.
+    bool isOpen() const;
 };
 
 /// Points of gathered light, and the light between them by interpolation. Filled in rounds: points
@@ -60,10 +69,14 @@ private:
         Vec3x8 irradiance;
         Float8 perReach;
         Int8 rough{};
-        Int8 number{}; ///< in `points_`
+        Int8 number{};    ///< in `points_`
+        bool open = true; ///< there are no barriers
+        std::array<Vec3x8, GatherPoint::mostBarriers> barriers;
 
         Group();
         void set(std::size_t lane, const GatherPoint& point, std::uint32_t itsNumber);
+        /// Of points \p away from a place, in this direction, those with no wall between.
+        Int8 reaching(const Vec3x8& away) const;
     };
 
     /// Cells of one size in a hash table; a point stands in every cell that it could be used in.
