@@ -14,7 +14,7 @@ constexpr int fewestLooks = 200;
 /// Where light changes too quickly at more of the places of the first grid than this, all is
 /// traced: points would stand as close as pixels, and without a cache there are quicker ways
 /// through plain scenes.
-constexpr double mostCramped = 0.4;
+constexpr double mostCramped = 0.3;
 
 int looksOf(const BlockGrid& grid, int step) {
     return ((grid.right - grid.left) / step) * ((grid.bottom - grid.top) / step);
