@@ -2,15 +2,18 @@
 # the room's path below QorRdgView or workbench (tests/platform/dialog, tests/document); those of rooms that are not
 # built are left out.
 
-# qor_room(<target> SOURCES <files…> [PUBLIC <targets…>] [PRIVATE <targets…>] [INCLUDE_ROOT <dir>])
+# qor_room(<target> SOURCES <files…> [PUBLIC <targets…>] [PRIVATE <targets…>] [OPTIONS <…>] [INCLUDE_ROOT <dir>])
 # One room of the tree as one static target. PUBLIC names the rooms and libraries that its headers use,
-# PRIVATE those that only its bodies use. INCLUDE_ROOT is the folder that its includes are written from.
+# PRIVATE those that only its bodies use, OPTIONS what the compiler is told for this room alone. INCLUDE_ROOT is the
+# folder that its includes are written from.
 # A room of QorRdgView becomes a part of the shared library of that name.
 function(qor_room target)
-  cmake_parse_arguments(ROOM "" "INCLUDE_ROOT" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  cmake_parse_arguments(ROOM "" "INCLUDE_ROOT" "SOURCES;PUBLIC;PRIVATE;OPTIONS" ${ARGN})
   add_library(${target} STATIC ${ROOM_SOURCES})
   target_include_directories(${target} PUBLIC "${ROOM_INCLUDE_ROOT}")
   target_link_libraries(${target} PUBLIC ${ROOM_PUBLIC} PRIVATE qor_settings ${ROOM_PRIVATE})
+  target_compile_options(${target} PRIVATE ${ROOM_OPTIONS})
+  qor_precompile(${target})
   _qor_register_room(room)
   if(room MATCHES "^QorRdgView/")
     set_property(GLOBAL APPEND PROPERTY QOR_RDG_VIEW_ROOMS ${target})
@@ -31,26 +34,33 @@ function(qor_program target)
   endif()
 endfunction()
 
-# qor_test(<target> SOURCES <files…> LINKS <targets…> [TIMEOUT <s>] [ENVIRONMENT <…>] [DISPLAY])
+# qor_test(<target> SOURCES <files…> LINKS <targets…> [TIMEOUT <s>] [ENVIRONMENT <…>] [DISPLAY] [ONE_THREAD])
 # A GoogleTest program, registered with CTest as one test of that name. DISPLAY runs it on a display of its own and
-# gives it the label `display`.
+# gives it the label `display`. ONE_THREAD says that it never starts a thread: ThreadSanitizer, which then has nothing to
+# see, goes without it.
 function(qor_test target)
-  cmake_parse_arguments(TEST "DISPLAY" "TIMEOUT" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
+  cmake_parse_arguments(TEST "DISPLAY;ONE_THREAD" "TIMEOUT" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
   add_executable(${target} ${TEST_SOURCES})
   target_link_libraries(${target} PRIVATE qor_settings qor_test_support ${TEST_LINKS} GTest::gtest_main)
+  qor_precompile(${target} TEST)
   target_compile_options(${target} PRIVATE ${QOR_TEST_OPTIMISATION})
   _qor_refuse_two_copies(${target})
-  if(TEST_DISPLAY)
-    qor_add_test(${target} LABELS display COMMAND "${PROJECT_SOURCE_DIR}/tools/with-display" $<TARGET_FILE:${target}>
-      TIMEOUT "${TEST_TIMEOUT}" ENVIRONMENT ${TEST_ENVIRONMENT})
-  else()
-    qor_add_test(${target} COMMAND ${target} TIMEOUT "${TEST_TIMEOUT}" ENVIRONMENT ${TEST_ENVIRONMENT})
+  if(TEST_ONE_THREAD AND "thread" IN_LIST QOR_SANITIZE)
+    set_target_properties(${target} PROPERTIES EXCLUDE_FROM_ALL ON)
+    return()
   endif()
+  set(command ${target})
+  set(labels)
+  if(TEST_DISPLAY)
+    set(command "${PROJECT_SOURCE_DIR}/tools/with-display" $<TARGET_FILE:${target}>)
+    set(labels display)
+  endif()
+  qor_add_test(${target} COMMAND ${command} LABELS ${labels} TIMEOUT "${TEST_TIMEOUT}" ENVIRONMENT ${TEST_ENVIRONMENT})
 endfunction()
 
 # qor_add_test(<name> COMMAND <command…> [TIMEOUT <s>] [ENVIRONMENT <…>] [LABELS <…>])
 # Registers any command with CTest, with the project's time limit (120 s unless TIMEOUT says otherwise, three times
-# that under a sanitizer) and the sanitizers' options.
+# that under a sanitizer) and the sanitizers' options. Those that may take longest begin first.
 function(qor_add_test name)
   cmake_parse_arguments(TEST "" "TIMEOUT" "COMMAND;ENVIRONMENT;LABELS" ${ARGN})
   if(NOT TEST_TIMEOUT)
@@ -60,7 +70,7 @@ function(qor_add_test name)
     math(EXPR TEST_TIMEOUT "${TEST_TIMEOUT} * 3")
   endif()
   add_test(NAME ${name} COMMAND ${TEST_COMMAND})
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT} COST ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
     ENVIRONMENT "${QOR_SANITIZER_ENVIRONMENT};${TEST_ENVIRONMENT}")
 endfunction()
 
@@ -118,12 +128,16 @@ function(_qor_refuse_two_copies program)
     endif()
     list(APPEND seen ${target})
     if(NOT target STREQUAL "QorRdgView")
-      get_target_property(links ${target} INTERFACE_LINK_LIBRARIES)
-      list(APPEND todo ${links})
+      set(properties INTERFACE_LINK_LIBRARIES)
       if(target STREQUAL program)
-        get_target_property(links ${target} LINK_LIBRARIES)
-        list(APPEND todo ${links})
+        list(APPEND properties LINK_LIBRARIES)
       endif()
+      foreach(property ${properties})
+        get_target_property(links ${target} ${property})
+        if(links)
+          list(APPEND todo ${links})
+        endif()
+      endforeach()
     endif()
   endwhile()
   if(NOT "QorRdgView" IN_LIST seen)

@@ -23,8 +23,12 @@ add_compile_options(-fno-semantic-interposition)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(qor_settings INTERFACE -Werror)
   if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    # Version 12 sees overlapping copies in `"text" + std::string()` where there are none (GCC bug 105651).
+    # Version 12 sees overlapping copies in `"text" + std::string()` where there are none (GCC bug 105651). In precompiled headers
+    # it also forgets which of its own warnings about them the standard library has turned off.
     target_compile_options(qor_settings INTERFACE -Wno-restrict)
+    if(NOT CMAKE_DISABLE_PRECOMPILE_HEADERS)
+      target_compile_options(qor_settings INTERFACE -Wno-array-bounds -Wno-stringop-overflow)
+    endif()
   endif()
 endif()
 
