@@ -1,4 +1,5 @@
 #include "tests/engine/adapter/EngineTest.h"
+#include "tests/support/Sanitized.h"
 
 #include <gmock/gmock.h>
 
@@ -6,15 +7,11 @@ using testing::ElementsAre;
 
 namespace {
 
-/// The part of a large picture that is rendered: all of it, but for sanitizers, which take minutes
-/// for as many pixels and look for other faults, a band at its top.
+/// The part of a large picture that is rendered: all of it, but under a sanitizer a band at its
+/// top.
 const QorRdgWindow* LargePart() {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     static constexpr QorRdgWindow band{0, 2336, 4000, 2400};
-    return &band;
-#else
-    return nullptr;
-#endif
+    return isSanitized ? &band : nullptr;
 }
 
 TEST_F(EngineTest, LargePicturesAreShownFromSmallerOnes) {
