@@ -6,9 +6,7 @@ namespace qor::engine {
 
 namespace {
 
-/// Shortest and longest reach of a point, in pixels: where it would be shorter, tracing every
-/// sample costs less, and where longer, details could hide between points.
-constexpr float fewestPixels = 6.0F;
+/// Longest reach of a point, in pixels: beyond, details could hide between points.
 constexpr float mostPixels = 40.0F;
 /// Reach as a share of the typical distance of what lights a point.
 constexpr float reachShare = 0.5F;
@@ -23,19 +21,25 @@ float pixelSize(const Surface& spot) {
     return spot.footprint / std::sqrt(std::max(dot(spot.geometricNormal, spot.toEye), flattest));
 }
 
-/// Where light changes within less than this share of the shortest reach, it is traced. A picture
-/// of few samples would show the noise of that, one of many would show the errors of interpolation.
-float roughShare(const Samples& samples) {
-    constexpr int few = 16;
-    constexpr int many = 32;
-    return samples.maximum < few ? 0.3F : samples.maximum < many ? 0.6F : 1.0F;
-}
+/// Where light is interpolated and where it is traced.
+struct Care {
+    int fewerSamples;   ///< for pictures of fewer samples a pixel than this
+    float fewestPixels; ///< shortest reach of a point, in pixels
+    float roughShare;   ///< light is traced where it changes within less than this of that
+    /// Light changes little beside a wall up to this share of the distance to it: what lies at its
+    /// foot is in the dark.
+    float wallShare;
+};
 
-/// How far light changes little beside a wall, as a share of the distance to it: what lies at its
-/// foot is in the dark. Only a picture of many samples can show that without noise.
-float wallShare(const Samples& samples) {
-    constexpr int many = 32;
-    return samples.maximum < many ? std::numeric_limits<float>::infinity() : 1.0F;
+/// A picture of few samples would show the noise of tracing, one of many would show the errors of
+/// interpolation.
+const Care& careOf(const Samples& samples) {
+    constexpr float always = std::numeric_limits<float>::infinity();
+    constexpr int any = std::numeric_limits<int>::max();
+    static constexpr std::array<Care, 3> cares{
+        {{16, 6.0F, 0.3F, always}, {32, 6.0F, 0.6F, always}, {any, 3.0F, 0.6F, 0.8F}}};
+    return *std::find_if(cares.begin(), cares.end() - 1,
+                         [&](const Care& care) { return samples.maximum < care.fewerSamples; });
 }
 
 /// Walls are looked for where any ray has met something within this many reaches.
@@ -74,9 +78,10 @@ GatherPoint FinalGatherer::gather(const Surface& spot, std::uint32_t number) {
     const float pixel = pixelSize(spot);
     const float limit = options_.finalGather.maxRadius > 0.0F ? options_.finalGather.maxRadius
                                                               : defaultReach * scene_.radius();
-    const float least = std::max(pixel * fewestPixels, 1e-6F * scene_.radius());
+    const Care& care = careOf(options_.samples);
+    const float least = std::max(pixel * care.fewestPixels, 1e-6F * scene_.radius());
     GatherPoint point{spot.position, spot.normal, {}, least, least, 0.0F, true, {}};
-    const float tooRough = roughShare(options_.samples) * least;
+    const float tooRough = care.roughShare * least;
     Gathered sums;
     const std::uint32_t probing = std::min(probingRays, rays);
     shoot(spot, seed, 0, probing, sums);
@@ -87,8 +92,7 @@ GatherPoint FinalGatherer::gather(const Surface& spot, std::uint32_t number) {
     point.irradiance = sums.light * (pi / static_cast<float>(rays));
     point.steady = reachShare * typicalDistance(sums.nearness, rays);
     point.reach = std::max(least, std::min({point.steady, pixel * mostPixels, limit}));
-    point.steady =
-        std::min(point.steady, wallShare(options_.samples) * wallAround(spot, sums.nearest, point));
+    point.steady = std::min(point.steady, care.wallShare * wallAround(spot, sums.nearest, point));
     point.reach = std::min(point.reach, std::max(least, point.steady));
     point.rough = point.steady < tooRough;
     return point;
