@@ -172,26 +172,25 @@ void BlockRenderer::trace(Look* looks, int count) {
         scene_.structure().intersect(looks[0].packet, looks[1].packet);
     else if (scene_.hasObjects())
         scene_.structure().intersect(all, looks[0].packet);
-    for (int i = 0; i < count; ++i) {
-        Look& look = looks[i];
-        if (packets_.apply())
-            traceInPackets(look.places, look.packet, look.colors);
-        else
-            traceAny(look.places, look.packet, look.colors);
-    }
+    if (packets_.apply())
+        return traceInPackets(looks, count);
+    for (int i = 0; i < count; ++i)
+        traceAny(looks[i].places, looks[i].packet, looks[i].colors);
 }
 
-void BlockRenderer::traceInPackets(const LanePlaces& places,
-                                   const RayHitPacket& packet,
-                                   LaneColors& colors) {
-    showBackground(places, packet, colors);
-    const unsigned alone = packets_.trace(places, camera_.cone(), packet, colors, tracer_);
-    for (std::size_t i = 0; i < packetWidth; ++i) {
-        if (((alone >> i) & 1U) == 0)
-            continue;
-        Sampler sampler = pathSampler(places.seed[i], places.index[i]);
-        const PathResult result = tracer_.trace(stateOf(places, packet, i), sampler);
-        colors.set(i, result.color, result.alpha);
+void BlockRenderer::traceInPackets(Look* looks, int count) {
+    for (int i = 0; i < count; ++i)
+        showBackground(looks[i].places, looks[i].packet, looks[i].colors);
+    const auto alone = packets_.trace({looks, looks + count - 1}, count, camera_.cone(), tracer_);
+    for (int k = 0; k < count; ++k) {
+        Look& look = looks[k];
+        for (std::size_t i = 0; i < packetWidth; ++i) {
+            if (((alone[static_cast<std::size_t>(k)] >> i) & 1U) == 0)
+                continue;
+            Sampler sampler = pathSampler(look.places.seed[i], look.places.index[i]);
+            const PathResult result = tracer_.trace(stateOf(look.places, look.packet, i), sampler);
+            look.colors.set(i, result.color, result.alpha);
+        }
     }
 }
 

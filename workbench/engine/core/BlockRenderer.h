@@ -42,12 +42,8 @@ private:
 
     using SeenLanes = std::array<std::optional<Seen>, packetWidth>;
 
-    /// A packet of camera rays and what became of it.
-    struct Look {
-        LanePlaces places;
+    struct Look : CameraPacket {
         Int8 pixels{}; ///< of the block
-        alignas(32) RayHitPacket packet;
-        LaneColors colors;
     };
 
     using Seeds = std::array<std::uint32_t, blockPixels>;
@@ -59,7 +55,7 @@ private:
     void renderLooks(int x, int y, const BlockWork& work, const Visit& visit);
     void trace(Look* looks, int count);
     void traceAny(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
-    void traceInPackets(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
+    void traceInPackets(Look* looks, int count);
     void showBackground(const LanePlaces& places, const RayHitPacket& packet, LaneColors& colors);
     void addDirectLight(SeenLanes& seen);
     void addLight(SeenLanes& seen, int light);
@@ -69,7 +65,7 @@ private:
     const CameraRays& camera_;
     const RenderOptions& options_;
     PathTracer tracer_;
-    std::array<Look, 2> looks_;
+    std::array<Look, PacketTracer::mostPackets> looks_;
     std::optional<Color> evenBackground_; ///< where it is the same everywhere
     bool seesLights_; ///< the camera may: lights of the list that are no surfaces
     PacketTracer packets_;

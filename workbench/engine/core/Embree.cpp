@@ -279,6 +279,32 @@ void AssemblyStructure::occluded(const PacketMask& mask, RayPacket& packet) cons
     rtcOccluded8(mask.lane.data(), scene_, &how, &packet);
 }
 
+void AssemblyStructure::occluded(const PacketMask& mask,
+                                 RayPacket& packet,
+                                 const PacketMask& otherMask,
+                                 RayPacket& other) const {
+    const bool together = layout_ == Layout::flat && isSixteenWide();
+    if (!together || !mask.any() || !otherMask.any()) {
+        if (mask.any())
+            occluded(mask, packet);
+        if (otherMask.any())
+            occluded(otherMask, other);
+        return;
+    }
+
+    struct alignas(64) {
+        std::array<int, packetWidth> one;
+        std::array<int, packetWidth> other;
+    } masks{mask.lane, otherMask.lane};
+
+    RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_COHERENT);
+    RTCRay16 both;
+    join(both, packet, other);
+    rtcOccluded16(masks.one.data(), scene_, &how, &both);
+    takeHalf(both.tfar, 0, packet.tfar);
+    takeHalf(both.tfar, 1, other.tfar);
+}
+
 void AssemblyStructure::intersectScattered(const PacketMask& mask, RayHitPacket& packet) const {
     RTCIntersectContext how = context(RTC_INTERSECT_CONTEXT_FLAG_INCOHERENT);
     rtcIntersect8(mask.lane.data(), scene_, &how, &packet);

@@ -11,9 +11,9 @@ namespace qor::engine {
 
 /// Everything that the engine asks of Embree; Embree.cpp is the only file that calls it.
 ///
-/// Packets are eight wide and coherent, for camera rays and their shadow rays; two of camera rays
-/// are traced as one. Sixteen wide occlusion packets with the coherent flag never return on
-/// instanced scenes, so there are none.
+/// Packets are eight wide and coherent, for camera rays and their shadow rays; two of them are
+/// traced as one. Sixteen wide occlusion packets with the coherent flag never return on instanced
+/// scenes, so there they are not.
 
 /// How the triangles of an assembly are laid out.
 enum class Layout {
@@ -99,7 +99,12 @@ public:
     void intersect(RayHitPacket& one, RayHitPacket& other) const;
     /// Sets tfar of occluded rays to minus infinity.
     void occluded(const PacketMask& mask, RayPacket& packet) const;
-    /// The same two for eight rays that go anywhere.
+    /// The same for two such packets that lie close together, traced as one where that is possible.
+    void occluded(const PacketMask& mask,
+                  RayPacket& packet,
+                  const PacketMask& otherMask,
+                  RayPacket& other) const;
+    /// Nearest hits and occlusion of eight rays that go anywhere.
     void intersectScattered(const PacketMask& mask, RayHitPacket& packet) const;
     void occludedScattered(const PacketMask& mask, RayPacket& packet) const;
 

@@ -6,6 +6,10 @@ namespace {
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
 
+std::uint64_t numberOfRays(const Int8& mask) {
+    return static_cast<std::uint64_t>(std::popcount(bitsOf(mask)));
+}
+
 } // namespace
 
 void putRays(RayPacket& packet, const SurfaceLanes& surface, const Vec3x8& direction) {
@@ -129,10 +133,8 @@ LaneLights::sampleSome(const LaneVertex& vertex, const Int8& asked, LaneSampler&
     return result;
 }
 
-Vec3x8 LaneLights::arriving(const LaneVertex& vertex,
-                            const Arrivals& lights,
-                            const Int8& asked,
-                            RayCounts& counts) const {
+LaneLights::Expected
+LaneLights::expect(const LaneVertex& vertex, const Arrivals& lights, const Int8& asked) const {
     const LaneBsdf::Values values = vertex.bsdf.evaluate(lights.direction);
     const Int8 extended = lights.pdf < infinity;
     Vec3x8 value = values.diffuse;
@@ -143,32 +145,73 @@ Vec3x8 LaneLights::arriving(const LaneVertex& vertex,
         const Float8 weight = own * own / (own * own + other * other);
         value += values.specular * (extended ? weight : eight(1.0F));
     }
-    value = value * lights.radiance * (extended ? 1.0F / lights.pdf : eight(1.0F));
-    const Int8 lit = asked & (lights.pdf > 0.0F) & (largestOf(value) > 0.0F);
-    return select(unblocked(vertex, lights, lit, counts), value, Vec3x8{});
+    Expected result;
+    result.light = value * lights.radiance * (extended ? 1.0F / lights.pdf : eight(1.0F));
+    result.lit = asked & (lights.pdf > 0.0F) & (largestOf(result.light) > 0.0F);
+    result.end = lights.distance < infinity ? lights.distance * almostThere - vertex.surface.offset
+                                            : eight(infinity);
+    result.rays = result.lit & lights.castsShadows & (result.end > 0.0F);
+    // Whatever is closer than a ray could start is not lit.
+    result.lit &= ~lights.castsShadows | result.rays;
+    return result;
 }
 
-/// The lanes of \p asked that see their light.
-Int8 LaneLights::unblocked(const LaneVertex& vertex,
-                           const Arrivals& lights,
-                           const Int8& asked,
-                           RayCounts& counts) const {
-    alignas(32) RayPacket packet;
-    const Float8 end = lights.distance < infinity
-                           ? lights.distance * almostThere - vertex.surface.offset
-                           : eight(infinity);
-    const Int8 open = asked & ~lights.castsShadows;
-    const Int8 rays = asked & lights.castsShadows & (end > 0.0F);
-    if (bitsOf(rays) == 0)
-        return open;
+Vec3x8 LaneLights::Expected::seen(const RayPacket& packet) const {
+    const Int8 blocked = rays & (load(packet.tfar) < 0.0F);
+    return select(lit & ~blocked, light, Vec3x8{});
+}
+
+void LaneLights::putShadowRays(const LaneVertex& vertex,
+                               const Arrivals& lights,
+                               const Expected& expected,
+                               RayPacket& packet) {
     putRays(packet, vertex.surface, lights.direction);
-    store(packet.tfar, end);
+    store(packet.tfar, expected.end);
+}
+
+Vec3x8 LaneLights::arriving(const LaneVertex& vertex,
+                            const Arrivals& lights,
+                            const Int8& asked,
+                            RayCounts& counts) const {
+    const Expected expected = expect(vertex, lights, asked);
+    alignas(32) RayPacket packet;
+    putShadowRays(vertex, lights, expected, packet);
+    if (bitsOf(expected.rays) == 0)
+        return expected.seen(packet);
     if (vertex.scattered)
-        scene_.structure().occludedScattered(packetMask(rays), packet);
+        scene_.structure().occludedScattered(packetMask(expected.rays), packet);
     else
-        scene_.structure().occluded(packetMask(rays), packet);
-    counts.shadow += static_cast<std::uint64_t>(std::popcount(bitsOf(rays)));
-    return open | (rays & (load(packet.tfar) >= 0.0F));
+        scene_.structure().occluded(packetMask(expected.rays), packet);
+    counts.shadow += numberOfRays(expected.rays);
+    return expected.seen(packet);
+}
+
+void LaneLights::direct(Request& one, Request& other, RayCounts& counts) const {
+    const int count = scene_.lights().count();
+    const auto looksAtAll = [&](const Request& request) {
+        return bitsOf(request.vertex.on & (request.vertex.looks < count)) == 0;
+    };
+    if (!looksAtAll(one) || !looksAtAll(other)) {
+        for (Request* request : {&one, &other})
+            request->light = direct(request->vertex, request->sampler, counts);
+        return;
+    }
+    for (int light = 0; light < count; ++light) {
+        std::array<Expected, 2> expected;
+        alignas(32) std::array<RayPacket, 2> packets;
+        for (const auto& [request, to, packet] :
+             {std::tie(one, expected[0], packets[0]), std::tie(other, expected[1], packets[1])}) {
+            const Int8& on = request.vertex.on;
+            const Arrivals lights = sampleAll(light, request.vertex, on, request.sampler);
+            to = expect(request.vertex, lights, on);
+            putShadowRays(request.vertex, lights, to, packet);
+            counts.shadow += numberOfRays(to.rays);
+        }
+        scene_.structure().occluded(packetMask(expected[0].rays), packets[0],
+                                    packetMask(expected[1].rays), packets[1]);
+        one.light += expected[0].seen(packets[0]);
+        other.light += expected[1].seen(packets[1]);
+    }
 }
 
 } // namespace qor::engine

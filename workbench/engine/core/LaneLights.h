@@ -30,6 +30,16 @@ public:
     /// What the lanes send on to the eye of all lights, looking at as many as PathTracer does.
     Vec3x8 direct(const LaneVertex& vertex, LaneSampler& sampler, RayCounts& counts) const;
 
+    /// A vertex with its random numbers and what direct() says of it.
+    struct Request {
+        const LaneVertex& vertex;
+        LaneSampler& sampler;
+        Vec3x8 light{};
+    };
+
+    /// The same for two that the camera sees close together: their shadow rays are traced as one.
+    void direct(Request& one, Request& other, RayCounts& counts) const;
+
 private:
     /// A directional light with what sampling it needs.
     struct Sun {
@@ -53,18 +63,30 @@ private:
         void set(std::size_t lane, const LightSample& sample);
     };
 
+    /// What would arrive if nothing lay between.
+    struct Expected {
+        Vec3x8 light;
+        Int8 lit{};  ///< lanes where something does
+        Int8 rays{}; ///< those of them that something may shade
+        Float8 end{};
+
+        /// With what \p packet has become of the shadow rays.
+        Vec3x8 seen(const RayPacket& packet) const;
+    };
+
     Arrivals
     sampleAll(int light, const LaneVertex& vertex, const Int8& asked, LaneSampler& sampler) const;
     Arrivals sampleSome(const LaneVertex& vertex, const Int8& asked, LaneSampler& sampler) const;
     static Arrivals sampleSun(const Sun& sun, const Float8& u, const Float8& v);
+    Expected expect(const LaneVertex& vertex, const Arrivals& lights, const Int8& asked) const;
+    static void putShadowRays(const LaneVertex& vertex,
+                              const Arrivals& lights,
+                              const Expected& expected,
+                              RayPacket& packet);
     Vec3x8 arriving(const LaneVertex& vertex,
                     const Arrivals& lights,
                     const Int8& asked,
                     RayCounts& counts) const;
-    Int8 unblocked(const LaneVertex& vertex,
-                   const Arrivals& lights,
-                   const Int8& asked,
-                   RayCounts& counts) const;
 
     const CompiledScene& scene_;
     std::vector<Sun> suns_; ///< the first lights, as long as they are directional

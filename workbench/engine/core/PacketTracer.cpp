@@ -72,13 +72,28 @@ bool PacketTracer::shade(LanePaths& paths,
                          const Int8& on,
                          LaneColors& colors,
                          RayCounts& counts) const {
+    const LaneVertex vertex = vertexOf(paths, surface, on);
+    return goOn(paths, vertex, lights_.direct(vertex, paths.sampler, counts), colors, counts);
+}
+
+LaneVertex
+PacketTracer::vertexOf(const LanePaths& paths, const SurfaceLanes& surface, const Int8& on) const {
     LaneVertex vertex{surface, bsdfOf(paths, surface), on};
     vertex.looks = paths.straight ? Int8{} + looksAtFirst : Int8{} + looksLater;
     vertex.scattered = paths.bounces > 0;
     setProbabilities(paths, vertex);
-    Vec3x8 light = lights_.direct(vertex, paths.sampler, counts);
-    light += vertex.bsdf.diffuseAlbedo() * Vec3x8(scene_.ambient()) * surface.material.occlusion;
-    colors.color += select(on, bounded(paths, paths.throughput * light), Vec3x8{});
+    return vertex;
+}
+
+/// Counts \p direct light and all other that \p vertex has by itself. False when no path goes on.
+bool PacketTracer::goOn(LanePaths& paths,
+                        const LaneVertex& vertex,
+                        const Vec3x8& direct,
+                        LaneColors& colors,
+                        RayCounts& counts) const {
+    const Vec3x8 light = direct + vertex.bsdf.diffuseAlbedo() * Vec3x8(scene_.ambient()) *
+                                      vertex.surface.material.occlusion;
+    colors.color += select(vertex.on, bounded(paths, paths.throughput * light), Vec3x8{});
     paths.on = scatter(paths, vertex, counts);
     return bitsOf(paths.on) != 0;
 }
@@ -204,21 +219,63 @@ bool PacketTracer::bounce(LanePaths& paths, LaneColors& colors, PathTracer& sing
     return bitsOf(on) != 0 && shade(paths, *surface, on, colors, single.counts());
 }
 
-unsigned PacketTracer::trace(const LanePlaces& places,
-                             const RayCone& cone,
-                             const RayHitPacket& packet,
-                             LaneColors& colors,
-                             PathTracer& single) const {
-    const Int8 hit = load(packet.hit.geomID) != static_cast<int>(Hit::none);
-    if (bitsOf(hit) == 0)
-        return 0;
-    LanePaths paths(places, cone, budget_);
-    const SurfaceLanes surface(scene_, packet, hit, paths.cones);
-    const Int8 on = hit & ~surface.other;
-    if (bitsOf(on) != 0 && shade(paths, surface, on, colors, single.counts()))
-        while (bounce(paths, colors, single)) {
-        }
-    return bitsOf(hit & surface.other);
+/// What the lanes of a camera packet meet first.
+struct PacketTracer::Start {
+    LanePaths paths;
+    SurfaceLanes surface;
+    LaneVertex vertex;
+
+    Start(const PacketTracer& tracer,
+          const CameraPacket& from,
+          const RayCone& cone,
+          const Int8& hit)
+        : paths(from.places, cone, tracer.budget_)
+        , surface(tracer.scene_, from.packet, hit, paths.cones)
+        , vertex(tracer.vertexOf(paths, surface, hit & ~surface.other)) {}
+
+    Start(const Start&) = delete; // the vertex knows where its surface is
+    Start(Start&&) = delete;
+    Start& operator=(const Start&) = delete;
+    Start& operator=(Start&&) = delete;
+    ~Start() = default;
+};
+
+std::array<unsigned, PacketTracer::mostPackets>
+PacketTracer::trace(const std::array<CameraPacket*, mostPackets>& packets,
+                    int count,
+                    const RayCone& cone,
+                    PathTracer& single) const {
+    std::array<std::optional<Start>, mostPackets> starts;
+    std::array<unsigned, mostPackets> alone{};
+    for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+        const Int8 hit = load(packets[i]->packet.hit.geomID) != static_cast<int>(Hit::none);
+        if (bitsOf(hit) == 0)
+            continue;
+        alone[i] = bitsOf(hit & starts[i].emplace(*this, *packets[i], cone, hit).surface.other);
+    }
+    const std::array<Vec3x8, mostPackets> direct = directLight(starts, single.counts());
+    for (std::size_t i = 0; i < starts.size(); ++i)
+        if (starts[i] && goOn(starts[i]->paths, starts[i]->vertex, direct[i], packets[i]->colors,
+                              single.counts()))
+            while (bounce(starts[i]->paths, packets[i]->colors, single)) {
+            }
+    return alone;
+}
+
+/// Of the lights in the list. Where two packets have met something, together.
+std::array<Vec3x8, PacketTracer::mostPackets>
+PacketTracer::directLight(std::array<std::optional<Start>, mostPackets>& starts, RayCounts& counts) const {
+    if (starts[0] && starts[1]) {
+        LaneLights::Request one{starts[0]->vertex, starts[0]->paths.sampler};
+        LaneLights::Request other{starts[1]->vertex, starts[1]->paths.sampler};
+        lights_.direct(one, other, counts);
+        return {one.light, other.light};
+    }
+    std::array<Vec3x8, mostPackets> light;
+    for (std::size_t i = 0; i < starts.size(); ++i)
+        if (starts[i])
+            light[i] = lights_.direct(starts[i]->vertex, starts[i]->paths.sampler, counts);
+    return light;
 }
 
 } // namespace qor::engine

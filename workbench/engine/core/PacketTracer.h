@@ -3,7 +3,17 @@
 #include "workbench/engine/core/LaneColors.h"
 #include "workbench/engine/core/LanePaths.h"
 
+#include <array>
+#include <optional>
+
 namespace qor::engine {
+
+/// A packet of camera rays and what became of it.
+struct CameraPacket {
+    LanePlaces places;
+    alignas(32) RayHitPacket packet;
+    LaneColors colors;
+};
 
 /// The short way for what products are mostly made of: opaque surfaces, matt or shining, without a
 /// coat. Eight paths are followed side by side and shaded at once, so that little but ray tracing
@@ -20,20 +30,32 @@ public:
     /// Whether this scene takes the short way.
     bool apply() const { return apply_; }
 
-    /// Adds to \p colors what the lanes of \p packet see that have hit something. Returns the lanes
-    /// that it leaves alone, one bit each: they see what packets do not shade.
-    unsigned trace(const LanePlaces& places,
-                   const RayCone& cone,
-                   const RayHitPacket& packet,
-                   LaneColors& colors,
-                   PathTracer& single) const;
+    /// Most packets that are traced at once.
+    static constexpr int mostPackets = 2;
+
+    /// Adds to their colours what the lanes of \p count packets see that have hit something.
+    /// Returns the lanes that it leaves alone, one bit each: they see what packets do not shade.
+    std::array<unsigned, mostPackets> trace(const std::array<CameraPacket*, mostPackets>& packets,
+                                     int count,
+                                     const RayCone& cone,
+                                     PathTracer& single) const;
 
 private:
+    struct Start;
+
+    std::array<Vec3x8, mostPackets> directLight(std::array<std::optional<Start>, mostPackets>& starts,
+                                         RayCounts& counts) const;
+    LaneVertex vertexOf(const LanePaths& paths, const SurfaceLanes& surface, const Int8& on) const;
     bool shade(LanePaths& paths,
                const SurfaceLanes& surface,
                const Int8& on,
                LaneColors& colors,
                RayCounts& counts) const;
+    bool goOn(LanePaths& paths,
+              const LaneVertex& vertex,
+              const Vec3x8& direct,
+              LaneColors& colors,
+              RayCounts& counts) const;
     LaneBsdf bsdfOf(const LanePaths& paths, const SurfaceLanes& surface) const;
     void setProbabilities(const LanePaths& paths, LaneVertex& vertex) const;
     Vec3x8 bounded(const LanePaths& paths, const Vec3x8& light) const;
