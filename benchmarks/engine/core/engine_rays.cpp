@@ -78,7 +78,8 @@ void put(RayPacket& packet, int lane, const Vec3& origin, const Vec3& direction,
     packet.flags[lane] = 0;
 }
 
-/// Times the rays of a picture without anything else: packets are made beforehand, row by row.
+/// Times the rays of a picture without anything else: packets are made beforehand, row by row, and
+/// traced two at a time, which is the fastest way known.
 class BareRays {
 public:
     BareRays(const CompiledScene& scene, const Camera& camera, int samples, int threads)
@@ -105,8 +106,9 @@ private:
     Seconds runRows(int top) {
         makeCameraRays(top);
         Seconds total = secondsOf([&] {
-            forAll(camera_packets_.size(), 64,
-                   [&](std::size_t i) { scene_.structure().intersect(all_, camera_packets_[i]); });
+            forAll(camera_packets_.size() / 2, 32, [&](std::size_t i) {
+                scene_.structure().intersect(camera_packets_[2 * i], camera_packets_[2 * i + 1]);
+            });
         });
         total += traceShadows();
         if (bounces_) {
@@ -182,8 +184,9 @@ private:
         for (const Light& light : scene_.scene().lights) {
             makeShadowRays(-normalize(std::get<DirectionalLight>(light).direction));
             total += secondsOf([&] {
-                forAll(shadow_packets_.size(), 64, [&](std::size_t i) {
-                    scene_.structure().occluded(masks_[i], shadow_packets_[i]);
+                forAll(shadow_packets_.size() / 2, 32, [&](std::size_t i) {
+                    scene_.structure().occluded(masks_[2 * i], shadow_packets_[2 * i],
+                                                masks_[2 * i + 1], shadow_packets_[2 * i + 1]);
                 });
             });
         }
@@ -210,7 +213,6 @@ private:
                     packet.hit.geomID[lane] = Hit::none;
                     packet.hit.instID[0][lane] = Hit::none;
                 }
-        all_.lane.fill(-1);
         rays_ += static_cast<double>(index);
     }
 
@@ -235,7 +237,6 @@ private:
     CameraRays camera_;
     int samples_;
     tbb::task_arena arena_;
-    PacketMask all_;
     bool bounces_ = false;
     std::vector<Ray> bounce_rays_;
     std::vector<Hit> bounce_hits_;

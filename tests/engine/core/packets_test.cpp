@@ -184,5 +184,25 @@ TEST(Packets, FollowInstancesHoweverPlaced) {
     expectTheSame(scene, options, roundingError, lookFrom({3, -9, 7}, 40.0F));
 }
 
+TEST(Packets, ShowInARegionWhatTheyShowInTheWholePicture) {
+    // However samples share packets and packets go in pairs.
+    for (const int samples : {1, 2, 3, 8})
+        for (const Region& region : {Region{0, 0, 9, 9}, Region{5, 3, 3, 30}, Region{13, 7, 22, 5},
+                                     Region{37, 11, 27, 37}}) {
+            RenderOptions options = smallOptions();
+            options.samples.minimum = options.samples.maximum = samples;
+            options.depth.diffuseBounces = 1;
+            const Image whole = rendered(mattScene(), camera, options);
+            options.region = region;
+            const Image part = rendered(mattScene(), camera, options);
+            for (int row = region.y; row < region.y + region.height; ++row)
+                for (int x = region.x; x < region.x + region.width; ++x)
+                    for (int c = 0; c < 4; ++c)
+                        ASSERT_EQ(part.pixel(x, options.height - 1 - row)[c],
+                                  whole.pixel(x, options.height - 1 - row)[c])
+                            << x << ' ' << row << " with " << samples;
+        }
+}
+
 } // namespace
 } // namespace qor::engine::testing

@@ -13,6 +13,8 @@ struct BlockWork {
     int row = 0;
     int first = 0;
     int count = 0;
+
+    friend bool operator==(const BlockWork&, const BlockWork&) = default;
 };
 
 /// Decides which blocks get which samples next. Deterministic: it looks at whole passes only.

@@ -82,14 +82,19 @@ PathState BlockRenderer::stateOf(const LanePlaces& places,
     return state;
 }
 
-/// Calls \p visit(look) for each packet of \p work that has been traced.
-template <typename Visit>
-void BlockRenderer::renderLooks(int x, int y, const BlockWork& work, const Visit& visit) {
-    static_assert(blockPixels == packetWidth);
+BlockRenderer::Seeds BlockRenderer::seedsOf(int x, int y) const {
     Seeds seeds{};
     for (int i = 0; i < blockPixels; ++i)
         seeds[static_cast<std::size_t>(i)] =
             pixelSeed(x + i % blockWidth, y + i / blockWidth, options_.seed);
+    return seeds;
+}
+
+/// Calls \p visit(look) for each packet of \p work that has been traced.
+template <typename Visit>
+void BlockRenderer::renderLooks(int x, int y, const BlockWork& work, const Visit& visit) {
+    static_assert(blockPixels == packetWidth);
+    const Seeds seeds = seedsOf(x, y);
     constexpr int most = std::tuple_size_v<decltype(looks_)>;
     for (int first = 0; first < work.count; first += most) {
         const int count = std::min(most, work.count - first);
@@ -116,6 +121,18 @@ std::array<BlockSums, 2> BlockRenderer::renderHalves(int x, int y, const BlockWo
         addUp(look.colors, look.pixels, ~early, halves[1]);
     });
     return halves;
+}
+
+std::array<BlockSums, 2> BlockRenderer::renderPair(int x, int y, int sample) {
+    std::array<BlockSums, 2> sums;
+    for (std::size_t i = 0; i < sums.size(); ++i) {
+        const int blockX = x + static_cast<int>(i) * blockWidth;
+        place(blockX, y, 0, {0, 0, sample, 1}, seedsOf(blockX, y), looks_[i]);
+    }
+    trace(looks_.data(), 2);
+    for (std::size_t i = 0; i < sums.size(); ++i)
+        addUp(looks_[i].colors, looks_[i].pixels, sums[i]);
+    return sums;
 }
 
 /// Gives each lane of packet \p number of a block its sample and that its place in its pixel. Pixel

@@ -26,6 +26,10 @@ public:
     /// are those of render(): nothing is slower than without halves.
     std::array<BlockSums, 2> renderHalves(int x, int y, const BlockWork& work);
 
+    /// A sample of all pixels of two blocks side by side, the left one's first pixel at (\p x, \p
+    /// y), with number \p sample: two packets that are traced as one.
+    std::array<BlockSums, 2> renderPair(int x, int y, int sample);
+
     /// One sample for each of 4 × 2 cells of 4 × 4 pixels, the first at (\p x, \p y).
     std::array<std::array<float, 4>, packetWidth> renderCoarse(int x, int y);
 
@@ -49,6 +53,7 @@ private:
     using Seeds = std::array<std::uint32_t, blockPixels>;
 
     Vec2 filterOffset(const Vec2& u) const;
+    Seeds seedsOf(int x, int y) const;
     void
     place(int x, int y, int first, const BlockWork& work, const Seeds& seeds, Look& look) const;
     template <typename Visit>

@@ -148,12 +148,8 @@ bool RenderJob::renderPass(const CompiledScene& scene,
     onWorkers(pass.size(), blocksAtATime, [&] {
         return [&, renderer = BlockRenderer(scene, camera, options_, cache)](
                    std::size_t first, std::size_t last) mutable {
-            double samples = 0.0;
-            for (std::size_t i = first; i < last && !shouldStop(); ++i) {
-                const BlockWork& work = pass[i];
-                renderBlock(renderer, work);
-                samples += static_cast<double>(work.count) * blockPixels;
-            }
+            const std::span<const BlockWork> works(pass.data() + first, last - first);
+            const double samples = renderBlocks(renderer, works);
             addRays(renderer.counts());
             renderer.counts() = {};
             const double done = done_.fetch_add(samples) + samples;
@@ -167,13 +163,46 @@ bool RenderJob::renderPass(const CompiledScene& scene,
     return !shouldStop();
 }
 
+/// The samples that this has added.
+double RenderJob::renderBlocks(BlockRenderer& renderer, std::span<const BlockWork> works) {
+    double samples = 0.0;
+    while (!works.empty() && !shouldStop()) {
+        std::size_t done = 1;
+        if (works.front().count == 1)
+            done = renderPair(renderer, works);
+        else
+            renderBlock(renderer, works.front());
+        samples += static_cast<double>(done) * works.front().count * blockPixels;
+        works = works.subspan(done);
+    }
+    return samples;
+}
+
+/// Single samples are rendered in pairs of blocks that are the same whatever is cut out of the
+/// picture, even where but one of the two is wanted: so is what they show. The number of \p works
+/// that it has done, from the first.
+std::size_t RenderJob::renderPair(BlockRenderer& renderer, std::span<const BlockWork> works) {
+    const BlockGrid& grid = film_.grid();
+    const BlockWork& work = works.front();
+    const int place = (grid.firstX + work.column) % 2;
+    const auto sums =
+        renderer.renderPair(grid.pixelX(work.column - place), grid.pixelY(work.row), work.first);
+    const std::size_t index = grid.index(work.column, work.row);
+    film_.add(index, sums[static_cast<std::size_t>(place)], 1);
+    const BlockWork partner{work.column + 1, work.row, work.first, 1};
+    if (place == 1 || works.size() < 2 || works[1] != partner)
+        return 1;
+    film_.add(index + 1, sums[1], 1);
+    return 2;
+}
+
 /// In halves where errors are estimated by what they differ.
 void RenderJob::renderBlock(BlockRenderer& renderer, const BlockWork& work) {
     const BlockGrid& grid = film_.grid();
     const std::size_t index = grid.index(work.column, work.row);
     const int x = grid.pixelX(work.column);
     const int y = grid.pixelY(work.row);
-    if (!options_.samples.noiseTarget || work.count < 2)
+    if (!options_.samples.noiseTarget)
         return film_.add(index, renderer.render(x, y, work), work.count);
     const auto [one, other] = renderer.renderHalves(x, y, work);
     film_.addHalves(index, one, other, work.count);

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <span>
 
 namespace qor::engine {
 
@@ -58,7 +59,9 @@ private:
                     const GatherCache* cache,
                     const std::vector<BlockWork>& pass,
                     double planned);
+    double renderBlocks(BlockRenderer& renderer, std::span<const BlockWork> works);
     void renderBlock(BlockRenderer& renderer, const BlockWork& work);
+    std::size_t renderPair(BlockRenderer& renderer, std::span<const BlockWork> works);
     template <typename Task>
     void onWorkers(std::size_t items, std::size_t grain, const Task& task);
     bool shouldStop() const;
