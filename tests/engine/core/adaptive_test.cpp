@@ -101,6 +101,24 @@ TEST(NoiseTarget, IsTheErrorThatIsReachedAndReported) {
     }
 }
 
+TEST(NoiseTarget, IsReachedHoweverManySamplesComeFirst) {
+    const Case c = cases().front();
+    RenderOptions options = sized(c);
+    options.samples.minimum = options.samples.maximum = unlessSanitized(2048, 64);
+    options.seed = 1000;
+    const Image reference = rendered(c.scene, camera(), options);
+    for (const int first : {1, 3, 4, 16}) {
+        options.samples = {first, 4096, 0.0F, targets[1]};
+        options.seed = 5;
+        RenderStats stats;
+        const auto image = renderImage(c.scene, camera(), options, &stats);
+        ASSERT_TRUE(image);
+        EXPECT_GT(stats.estimatedError, 0.0) << first;
+        EXPECT_LE(stats.estimatedError, targets[1]) << first;
+        EXPECT_LE(errorOf(image.value(), reference), 1.5 * targets[1]) << first;
+    }
+}
+
 double onScreen(float linear) {
     const double value = std::clamp(double{linear}, 0.0, 1.0);
     return value <= 0.0031308 ? 12.92 * value : 1.055 * std::pow(value, 1 / 2.4) - 0.055;
