@@ -36,15 +36,15 @@ public:
     /// Adds to their colours what the lanes of \p count packets see that have hit something.
     /// Returns the lanes that it leaves alone, one bit each: they see what packets do not shade.
     std::array<unsigned, mostPackets> trace(const std::array<CameraPacket*, mostPackets>& packets,
-                                     int count,
-                                     const RayCone& cone,
-                                     PathTracer& single) const;
+                                            int count,
+                                            const RayCone& cone,
+                                            PathTracer& single) const;
 
 private:
     struct Start;
 
-    std::array<Vec3x8, mostPackets> directLight(std::array<std::optional<Start>, mostPackets>& starts,
-                                         RayCounts& counts) const;
+    std::array<Vec3x8, mostPackets>
+    directLight(std::array<std::optional<Start>, mostPackets>& starts, RayCounts& counts) const;
     LaneVertex vertexOf(const LanePaths& paths, const SurfaceLanes& surface, const Int8& on) const;
     bool shade(LanePaths& paths,
                const SurfaceLanes& surface,
