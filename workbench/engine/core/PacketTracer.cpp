@@ -264,7 +264,8 @@ PacketTracer::trace(const std::array<CameraPacket*, mostPackets>& packets,
 
 /// Of the lights in the list. Where two packets have met something, together.
 std::array<Vec3x8, PacketTracer::mostPackets>
-PacketTracer::directLight(std::array<std::optional<Start>, mostPackets>& starts, RayCounts& counts) const {
+PacketTracer::directLight(std::array<std::optional<Start>, mostPackets>& starts,
+                          RayCounts& counts) const {
     if (starts[0] && starts[1]) {
         LaneLights::Request one{starts[0]->vertex, starts[0]->paths.sampler};
         LaneLights::Request other{starts[1]->vertex, starts[1]->paths.sampler};
